@@ -1,0 +1,38 @@
+// tests/support/support.h - what the tests of all folders share.
+//
+// The main of every test executable changes into a fresh scratch directory, which is removed at the end:
+// tests create files in the current directory under relative names. A death test's child runs in its parent's
+// directory.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+// The whole content of a file, byte for byte; empty when it cannot be read.
+std::string nxFileContent(char const* name);
+
+// Makes a file of exactly these bytes.
+void nxFileMake(char const* name, std::string const& content);
+
+// Runs `statement` in a child process, which must die, and checks that the log then names the assertion's
+// file and expression.
+#define EXPECT_ASSERTION(statement, expression, file)                                                  \
+    do {                                                                                               \
+        nxLogErase();                                                                                  \
+        EXPECT_DEATH(statement, "");                                                                   \
+        EXPECT_TRUE(nxLogHasAssertion(file, expression)) << "logged: " << nxFileContent("quorix.log"); \
+    } while (false)
+
+// Runs `statement` in a child process, which must end through the error manager's abort with error `number`'s
+// code recorded and logged.
+#define EXPECT_ERROR_ABORT(statement, number)                                            \
+    do {                                                                                 \
+        nxLogErase();                                                                    \
+        EXPECT_DEATH(statement, "");                                                     \
+        EXPECT_TRUE(nxLogHasError(number)) << "logged: " << nxFileContent("quorix.log"); \
+    } while (false)
+
+void nxLogErase();
+bool nxLogHasAssertion(char const* file, char const* expression);
+bool nxLogHasError(int number);
