@@ -1,0 +1,115 @@
+// Reading, writing, positions and handles; the same on every target.
+#include <string>
+
+#include "tests/platform/files.h"
+#include "tests/support/support.h"
+
+namespace {
+
+OVERLAPPED at(DWORD offset) {
+    OVERLAPPED result = {};
+    result.Offset = offset;
+    return result;
+}
+
+TEST(PlatformFile, readsAndWrites) {
+    nxFileMake("f", "0123456789");
+    HANDLE const file = fileOpen("f", GENERIC_READ | GENERIC_WRITE);
+    HANDLE const other = fileOpen("f", GENERIC_READ);
+    char buffer[20] = {};
+    DWORD done = 99;
+    SetLastError(777);
+    ASSERT_TRUE(ReadFile(file, buffer, 4, &done, nullptr));
+    EXPECT_EQ(std::string(buffer, done), "0123");
+    ASSERT_TRUE(ReadFile(file, buffer, 20, &done, nullptr));
+    EXPECT_EQ(std::string(buffer, done), "456789");
+    ASSERT_TRUE(ReadFile(file, buffer, 20, &done, nullptr));
+    EXPECT_EQ(done, 0u);
+    OVERLAPPED where = at(3);
+    ASSERT_TRUE(ReadFile(file, buffer, 2, &done, &where));
+    EXPECT_EQ(std::string(buffer, done), "34");
+    EXPECT_EQ(SetFilePointer(file, 0, nullptr, FILE_CURRENT), 5u); // after the transfer
+    where = at(12);
+    ASSERT_TRUE(WriteFile(file, "ab", 2, &done, &where));
+    EXPECT_EQ(done, 2u);
+    EXPECT_EQ(SetFilePointer(file, 0, nullptr, FILE_CURRENT), 14u);
+    EXPECT_EQ(SetFilePointer(other, 0, nullptr, FILE_CURRENT), 0u);
+    ASSERT_TRUE(ReadFile(other, buffer, 20, &done, nullptr));
+    EXPECT_EQ(std::string(buffer, done), std::string("0123456789\0\0ab", 14));
+    EXPECT_TRUE(ReadFile(file, nullptr, 0, &done, nullptr));
+    EXPECT_EQ(SetFilePointer(file, 50, nullptr, FILE_BEGIN), 50u);
+    EXPECT_TRUE(WriteFile(file, nullptr, 0, &done, nullptr));
+    EXPECT_EQ(SetFilePointer(other, 0, nullptr, FILE_END), 14u);
+    EXPECT_TRUE(FlushFileBuffers(file));
+    EXPECT_EQ(GetLastError(), 777u);
+    where = at(14);
+    done = 99;
+    EXPECT_EQ(errorOf(ReadFile(file, buffer, 2, &done, &where)), 38u);
+    EXPECT_EQ(done, 0u);
+    CloseHandle(file);
+    CloseHandle(other);
+}
+
+TEST(PlatformFile, positions) {
+    nxFileMake("f", "0123456789");
+    HANDLE const file = fileOpen("f", GENERIC_WRITE);
+    constexpr LONG none = 1234;
+    struct {
+        LONG low, high;
+        DWORD method, result, error;
+        LONG highAfter;
+    } const rows[] = {{5, none, FILE_BEGIN, 5, 777, none},
+                      {-2, none, FILE_CURRENT, 3, 777, none},
+                      {-4, none, FILE_CURRENT, 0xFFFFFFFFu, 131, none},
+                      {0, none, FILE_CURRENT, 3, 777, none},
+                      {-10, none, FILE_END, 0, 777, none},
+                      {-11, none, FILE_END, 0xFFFFFFFFu, 131, none},
+                      {static_cast<LONG>(0x80000000u), none, FILE_BEGIN, 0xFFFFFFFFu, 131, none},
+                      {static_cast<LONG>(0x80000000u), 0, FILE_BEGIN, 0x80000000u, 777, 0},
+                      {-1, 2, FILE_BEGIN, 0xFFFFFFFFu, 0, 2},
+                      {1, 0, FILE_CURRENT, 0, 777, 3},
+                      {-1, -1, FILE_BEGIN, 0xFFFFFFFFu, 131, -1},
+                      {0, none, 3, 0xFFFFFFFFu, 87, none}};
+    for (auto const& row : rows) {
+        LONG high = row.high;
+        SetLastError(777);
+        EXPECT_EQ(SetFilePointer(file, row.low, row.high == none ? nullptr : &high, row.method), row.result)
+            << &row - rows;
+        EXPECT_EQ(GetLastError(), row.error) << &row - rows;
+        EXPECT_EQ(high, row.highAfter) << &row - rows;
+    }
+    CloseHandle(file);
+}
+
+TEST(PlatformFile, refusals) {
+    nxFileMake("f", "abc");
+    HANDLE const reader = fileOpen("f", GENERIC_READ);
+    HANDLE const writer = fileOpen("f", GENERIC_WRITE);
+    HANDLE const closed = fileOpen("f", GENERIC_READ);
+    EXPECT_TRUE(CloseHandle(closed));
+    WIN32_FIND_DATAA found;
+    HANDLE const search = FindFirstFileA("f", &found);
+    char buffer[4];
+    for (DWORD const size : {0u, 1u}) {
+        DWORD done[] = {99, 99, 99, 99};
+        EXPECT_EQ(errorOf(WriteFile(reader, buffer, size, &done[0], nullptr)), 5u);
+        EXPECT_EQ(errorOf(ReadFile(writer, buffer, size, &done[1], nullptr)), 5u);
+        EXPECT_EQ(errorOf(ReadFile(closed, buffer, size, &done[2], nullptr)), 6u);
+        EXPECT_EQ(errorOf(WriteFile(nullptr, buffer, size, &done[3], nullptr)), 6u);
+        EXPECT_EQ(done[0] + done[1] + done[2] + done[3], 0u);
+    }
+    EXPECT_EQ(errorOf(FlushFileBuffers(reader)), 5u);
+    for (BOOL (*call)(HANDLE) : {+[](HANDLE file) { return FlushFileBuffers(file); },
+                                 +[](HANDLE file) { return CloseHandle(file); }}) {
+        EXPECT_EQ(errorOf(call(closed)), 6u);
+        EXPECT_EQ(errorOf(call(nullptr)), 6u);
+    }
+    EXPECT_EQ(SetFilePointer(closed, 0, nullptr, FILE_BEGIN), 0xFFFFFFFFu);
+    EXPECT_TRUE(CloseHandle(INVALID_HANDLE_VALUE));
+    EXPECT_TRUE(CloseHandle(GetCurrentThread()));
+    EXPECT_TRUE(FindClose(search));
+    CloseHandle(reader);
+    CloseHandle(writer);
+}
+
+} // namespace

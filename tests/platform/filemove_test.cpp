@@ -1,0 +1,138 @@
+// Copying, moving and deleting by name; the same on every target.
+#include <string>
+
+#include "tests/platform/files.h"
+#include "tests/support/support.h"
+
+namespace {
+
+// A scene for each row: files with their own names as contents, directories, and "open" held without
+// deletion.
+class PlatformMove : public testing::Test {
+protected:
+    void SetUp() override {
+        CreateDirectoryA("scene", nullptr);
+        SetCurrentDirectoryA("scene");
+        for (char const* name : {"d", "d/sub", "e"}) {
+            CreateDirectoryA(name, nullptr);
+        }
+        for (char const* name : {"a", "b", "open", "d/x"}) {
+            nxFileMake(name, name);
+        }
+        held_ = CreateFileA("open", GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    }
+    void TearDown() override {
+        CloseHandle(held_);
+        for (char const* name : {"a", "b", "c", "open", "d/x", "e/x", "d/new", "new/x"}) {
+            DeleteFileA(name);
+        }
+        for (char const* name : {"d/sub", "new/sub", "d", "e", "new"}) {
+            RemoveDirectoryA(name);
+        }
+        SetCurrentDirectoryA("..");
+    }
+    HANDLE held_ = nullptr;
+};
+
+struct Row {
+    char const* from;
+    char const* to;
+    DWORD move; // 0 for success
+    DWORD copy;
+    DWORD copyNew; // with fail-if-exists
+};
+
+constexpr Row rows[] = {{"a", "c", 0, 0, 0},          {"none", "c", 2, 2, 2},     {"no/x", "c", 3, 3, 3},
+                        {"a", "no/x", 3, 3, 3},       {"a", "b", 183, 0, 80},     {"a", "d", 183, 5, 80},
+                        {"a", "./d/../a", 0, 32, 80}, {"d", "new", 0, 5, 5},      {"d", "e", 183, 5, 5},
+                        {"d", "d/new", 87, 5, 5},     {"open", "c", 32, 0, 0},    {"a", "open", 183, 32, 80},
+                        {"", "c", 3, 3, 3},           {"a*", "c", 123, 123, 123}, {"a\\", "c", 123, 123, 123},
+                        {"a", "", 3, 3, 3},           {"a", "c?", 123, 123, 123}, {"none", "d", 2, 2, 2},
+                        {"d/x", "e/x", 0, 0, 0},      {"d/sub", "new", 0, 5, 5}};
+
+std::string content(char const* name) {
+    return (GetFileAttributesA(name) & FILE_ATTRIBUTE_DIRECTORY) != 0 ? "" : nxFileContent(name);
+}
+
+void check(BOOL result, DWORD expected, Row const& row, char const* what) {
+    EXPECT_EQ(errorOf(result), expected) << what << ' ' << row.from << " to " << row.to;
+}
+
+TEST_F(PlatformMove, copies) {
+    for (Row const& row : rows) {
+        for (BOOL const onlyNew : {TRUE, FALSE}) {
+            DWORD const expected = onlyNew ? row.copyNew : row.copy;
+            std::string const before = content(row.from);
+            std::string const target = content(row.to);
+            check(CopyFileA(row.from, row.to, onlyNew), expected, row, onlyNew ? "copy anew" : "copy");
+            EXPECT_EQ(content(row.from), before) << row.from << " to " << row.to;
+            EXPECT_EQ(content(row.to), expected == 0 ? before : target) << row.from << " to " << row.to;
+            TearDown();
+            SetUp();
+        }
+    }
+    nxFileMake("b", "a longer file than the other");
+    EXPECT_TRUE(CopyFileA("a", "b", FALSE));
+    EXPECT_EQ(nxFileContent("b"), "a");
+    FILETIME const time = {0x12345678, 0x01D00000};
+    HANDLE const file = CreateFileA("a", GENERIC_WRITE, 3, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_TRUE(SetFileTime(file, nullptr, nullptr, &time));
+    CloseHandle(file);
+    EXPECT_TRUE(CopyFileA("a", "c", FALSE));
+    WIN32_FIND_DATAA found;
+    FindClose(FindFirstFileA("c", &found));
+    EXPECT_EQ(CompareFileTime(&found.ftLastWriteTime, &time), 0);
+    std::string big(3000000, 'x');
+    for (std::size_t at = 0; at < big.size(); at += 1000) {
+        big[at] = static_cast<char>(at / 1000);
+    }
+    nxFileMake("a", big);
+    EXPECT_TRUE(CopyFileA("a", "c", FALSE));
+    EXPECT_TRUE(nxFileContent("c") == big);
+}
+
+TEST_F(PlatformMove, moves) {
+    for (Row const& row : rows) {
+        std::string const before = content(row.from);
+        std::string const target = content(row.to);
+        check(MoveFileA(row.from, row.to), row.move, row, "move");
+        EXPECT_EQ(content(row.to), row.move == 0 ? before : target) << row.from << " to " << row.to;
+        TearDown();
+        SetUp();
+    }
+    EXPECT_TRUE(MoveFileA("d/sub/", "new/"));
+    EXPECT_TRUE(RemoveDirectoryA("new"));
+    EXPECT_TRUE(MoveFileExA("a", "b", MOVEFILE_REPLACE_EXISTING));
+    EXPECT_EQ(nxFileContent("b"), "a");
+    EXPECT_EQ(GetFileAttributesA("a"), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(errorOf(MoveFileExA("b", "open", MOVEFILE_REPLACE_EXISTING)), 5u);
+    EXPECT_EQ(errorOf(MoveFileExA("b", "d", MOVEFILE_REPLACE_EXISTING)), 5u);
+    EXPECT_EQ(nxFileContent("b"), "a");
+}
+
+TEST_F(PlatformMove, deletesAndDirectories) {
+    struct {
+        char const* name;
+        DWORD erase, remove, make;
+    } const names[] = {{"none", 2, 2, 0},     {"no/x", 3, 3, 3},      {"d", 5, 145, 183},
+                       {"d/", 5, 145, 183},   {"open", 32, 267, 183}, {"", 3, 777, 777},
+                       {"a?", 123, 123, 123}, {"a\\", 123, 777, 777}, {"a", 0, 777, 777}};
+    for (auto const& row : names) {
+        EXPECT_EQ(errorOf(DeleteFileA(row.name)), row.erase) << row.name;
+        if (row.remove != 777) {
+            EXPECT_EQ(errorOf(RemoveDirectoryA(row.name)), row.remove) << row.name;
+            EXPECT_EQ(errorOf(CreateDirectoryA(row.name, nullptr)), row.make) << row.name;
+        }
+    }
+    EXPECT_TRUE(RemoveDirectoryA("none"));
+    HANDLE const file = CreateFileA("b", GENERIC_READ, 7, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_TRUE(DeleteFileA("b"));
+    char unit = 0;
+    DWORD done = 0;
+    EXPECT_TRUE(ReadFile(file, &unit, 1, &done, nullptr)); // the contents live on for who has it open
+    EXPECT_EQ(unit, 'b');
+    CloseHandle(file);
+    EXPECT_EQ(GetFileAttributesA("b"), INVALID_FILE_ATTRIBUTES);
+}
+
+} // namespace

@@ -1,0 +1,184 @@
+// Opening files: share modes, dispositions, names; the same on every target.
+#include <string>
+
+#include "tests/platform/files.h"
+#include "tests/support/child.h"
+#include "tests/support/support.h"
+
+namespace {
+
+constexpr DWORD rw = GENERIC_READ | GENERIC_WRITE;
+constexpr DWORD accesses[] = {0, GENERIC_READ, GENERIC_WRITE, rw};
+
+std::string nameOf(unsigned int access, DWORD share) {
+    return "share" + std::to_string(access * 8 + share);
+}
+
+// Opens each file in each way beside an opener with the access and share mode of the file's name. Counts what
+// the rule does not allow or does not refuse with 32.
+int pairsWrong() {
+    int wrong = 0;
+    for (unsigned int pair = 0; pair < 1024; ++pair) {
+        unsigned int const a1 = pair >> 8;
+        unsigned int const a2 = pair >> 3 & 3;
+        DWORD const s1 = pair >> 5 & 7;
+        DWORD const s2 = pair & 7;
+        bool const expected = a1 == 0 || a2 == 0 || ((a2 & ~s1) == 0 && (a1 & ~s2) == 0);
+        HANDLE const second = fileOpen(nameOf(a1, s1).c_str(), accesses[a2], s2);
+        DWORD const error = GetLastError();
+        bool const opened = second != INVALID_HANDLE_VALUE;
+        wrong += opened != expected || error != (expected ? 0u : 32u);
+        if (opened) {
+            CloseHandle(second);
+        }
+    }
+    return wrong > 250 ? 250 : wrong;
+}
+
+int pairsChild(int, char**) {
+    return pairsWrong();
+}
+NXS_ChildEntry const pairsEntry("share-pairs", pairsChild);
+
+TEST(PlatformOpen, shareModesOfAllPairs) {
+    HANDLE holders[32];
+    for (unsigned int n = 0; n < 32; ++n) {
+        nxFileMake(nameOf(n >> 3, n & 7).c_str(), "x");
+        holders[n] = fileOpen(nameOf(n >> 3, n & 7).c_str(), accesses[n >> 3], n & 7);
+        ASSERT_NE(holders[n], INVALID_HANDLE_VALUE);
+    }
+    EXPECT_EQ(pairsWrong(), 0);
+    EXPECT_EQ(nxRunSelf("share-pairs"), 0);
+    for (unsigned int n = 0; n < 32; ++n) {
+        EXPECT_TRUE(CloseHandle(holders[n]));
+        HANDLE const alone = fileOpen(nameOf(n >> 3, n & 7).c_str(), rw, 0); // the share went with the handle
+        EXPECT_NE(alone, INVALID_HANDLE_VALUE);
+        CloseHandle(alone);
+    }
+}
+
+int holdChild(int, char** argv) {
+    HANDLE const held = fileOpen(argv[0], rw, 0);
+    nxFileMake("held", held != INVALID_HANDLE_VALUE ? "yes" : "no");
+    Sleep(60000);
+    return 0;
+}
+NXS_ChildEntry const holdEntry("hold-file", holdChild);
+
+TEST(PlatformOpen, killedProcessReleasesItsShare) {
+    nxFileMake("mine", "abc");
+    NXS_Child child("hold-file", {"mine"});
+    ASSERT_TRUE(nxFileAwait("held"));
+    EXPECT_EQ(fileOpenError("mine", GENERIC_READ, 7), 32u);
+    EXPECT_EQ(errorOf(DeleteFileA("mine")), 32u);
+    child.kill();
+    HANDLE again = INVALID_HANDLE_VALUE;
+    for (int tries = 0; tries < 500 && again == INVALID_HANDLE_VALUE; ++tries) {
+        again = fileOpen("mine", rw, 0);
+        Sleep(10);
+    }
+    EXPECT_TRUE(CloseHandle(again));
+    EXPECT_EQ(nxFileContent("mine"), "abc");
+    DeleteFileA("held");
+}
+
+TEST(PlatformOpen, refusedOpenLeavesTheContents) {
+    nxFileMake("kept", "abc");
+    HANDLE const holder = fileOpen("kept", GENERIC_READ, FILE_SHARE_READ);
+    for (DWORD const creation : {CREATE_ALWAYS, TRUNCATE_EXISTING}) {
+        EXPECT_EQ(fileOpenError("kept", GENERIC_WRITE, 7, creation), 32u);
+    }
+    EXPECT_EQ(fileOpenError("kept", GENERIC_READ, 7, CREATE_NEW), 80u);
+    EXPECT_EQ(nxFileContent("kept"), "abc");
+    CloseHandle(holder);
+}
+
+TEST(PlatformOpen, dispositions) {
+    struct {
+        DWORD creation;
+        DWORD missing, file, directory; // the last error
+        bool empties;
+    } const rows[] = {
+        {CREATE_NEW, 0, 80, 80, false},  {CREATE_ALWAYS, 0, 183, 5, true},   {OPEN_EXISTING, 2, 0, 5, false},
+        {OPEN_ALWAYS, 0, 183, 5, false}, {TRUNCATE_EXISTING, 2, 0, 5, true}, {0, 87, 87, 87, false},
+        {6, 87, 87, 87, false}};
+    CreateDirectoryA("dir", nullptr);
+    for (auto const& row : rows) {
+        auto const attempt = [&](char const* name) { return fileOpenError(name, rw, 7, row.creation); };
+        DeleteFileA("fresh");
+        nxFileMake("old", "abc");
+        bool const valid = row.missing != 87;
+        EXPECT_EQ(attempt("fresh"), row.missing) << row.creation;
+        EXPECT_EQ(GetFileAttributesA("fresh"), row.missing == 0 ? 0x20u : INVALID_FILE_ATTRIBUTES);
+        EXPECT_EQ(attempt("old"), row.file) << row.creation;
+        EXPECT_EQ(nxFileContent("old"), row.empties ? "" : "abc") << row.creation;
+        EXPECT_EQ(attempt("dir"), row.directory) << row.creation;
+        EXPECT_EQ(attempt("nodir/x"), valid ? 3u : 87u) << row.creation;
+        EXPECT_EQ(attempt("old/x"), valid ? 3u : 87u) << row.creation;
+    }
+}
+
+TEST(PlatformOpen, names) {
+    CreateDirectoryA("d", nullptr);
+    nxFileMake("d/g", "g");
+    nxFileMake("f.txt", "f");
+    std::string const tooLong = std::string(259, '/') + "aa";
+    struct {
+        char const* name;
+        DWORD error;
+    } const rows[] = {{".\\f.txt", 0},
+                      {"./f.txt", 0},
+                      {"d\\g", 0},
+                      {"d//g", 0},
+                      {"d\\.\\g", 0},
+                      {"d\\..\\f.txt", 0},
+                      {"no\\..\\f.txt", 0},
+                      {"f.txt\\..\\f.txt", 0},
+                      {"f.txt. .", 0},
+                      {"d.\\g", 0},
+                      {"", 3},
+                      {"none", 2},
+                      {"no\\x", 3},
+                      {"f.txt\\x", 3},
+                      {".", 5},
+                      {"..", 5},
+                      {"d", 5},
+                      {"f.txt\\", 123},
+                      {"none\\", 2},
+                      {"d \\g", 3},
+                      {"*", 123},
+                      {"a?", 123},
+                      {"a<", 123},
+                      {"a|b", 123},
+                      {"a\"", 123},
+                      {"a\x1f", 123},
+                      {" f.txt", 2},
+                      {"nul", 0},
+                      {"d\\NUL.txt", 0},
+                      {"nul:", 0},
+                      {tooLong.c_str(), 206}};
+    for (auto const& row : rows) {
+        EXPECT_EQ(fileOpenError(row.name, GENERIC_READ, 7), row.error) << row.name;
+    }
+    EXPECT_EQ(fileOpenError("made\\", GENERIC_WRITE, 7, CREATE_NEW), 123u);
+    EXPECT_EQ(GetFileAttributesA("d\\"), 0x10u);
+    EXPECT_EQ(GetFileAttributesA("no\\x"), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(GetLastError(), 3u);
+}
+
+TEST(PlatformOpen, deleteOnCloseAndReadOnlyCreation) {
+    HANDLE file = fileOpen("gone", GENERIC_WRITE, 7, CREATE_NEW, FILE_FLAG_DELETE_ON_CLOSE);
+    EXPECT_EQ(GetFileAttributesA("gone"), 0x20u);
+    CloseHandle(file);
+    EXPECT_EQ(GetFileAttributesA("gone"), INVALID_FILE_ATTRIBUTES);
+    file = fileOpen("sealed", GENERIC_WRITE, 7, CREATE_NEW, FILE_ATTRIBUTE_READONLY);
+    DWORD done = 0;
+    EXPECT_TRUE(WriteFile(file, "abc", 3, &done, nullptr));
+    CloseHandle(file);
+    EXPECT_EQ(GetFileAttributesA("sealed"), 0x21u);
+    EXPECT_EQ(nxFileContent("sealed"), "abc");
+    EXPECT_TRUE(SetFileAttributesA("sealed", FILE_ATTRIBUTE_NORMAL));
+    EXPECT_TRUE(DeleteFileA("sealed"));
+}
+
+} // namespace

@@ -1,0 +1,158 @@
+// What only the layer itself can show: code page choice, message boxes, failing system calls, module names.
+#include "general/platform/platform.h"
+#include "general/platform/posix/codepage.h"
+#include "general/platform/posix/seam.h"
+#include "tests/support/support.h"
+
+#include <errno.h>
+#include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <string>
+
+namespace {
+
+unsigned int pageUnder(char const* variable, char const* locale) {
+    ::setenv("VX7_CODE_PAGE", variable, 1);
+    ::setenv("LC_ALL", locale, 1);
+    nxPlatformCodePageSet(0);
+    ::unsetenv("VX7_CODE_PAGE");
+    ::unsetenv("LC_ALL");
+    return GetACP();
+}
+
+TEST(PosixLocale, pageFollowsVariableThenLocale) {
+    struct {
+        char const* locale;
+        unsigned int page;
+    } const rows[] = {{"C", 1252},      {"de_DE.UTF-8", 1252}, {"ja_JP.UTF-8", 932},
+                      {"ja", 932},      {"zh_CN", 936},        {"zh_TW.Big5", 950},
+                      {"ko_KR@x", 949}, {"ru_RU.UTF-8", 1251}, {"jam_XX", 1252}};
+    for (auto const& row : rows)
+        EXPECT_EQ(pageUnder("", row.locale), row.page) << row.locale;
+    EXPECT_EQ(pageUnder("949", "ja_JP"), 949u);
+    for (char const* unusable : {"65001", "77", "nonsense"})
+        EXPECT_EQ(pageUnder(unusable, "ja_JP"), 932u);
+    EXPECT_FALSE(nxPlatformCodePageSet(65001) || nxPlatformCodePageSet(12345));
+    std::string leads;
+    for (unsigned int unit = 0; unit < 256; ++unit)
+        leads += IsDBCSLeadByte(static_cast<BYTE>(unit)) ? 'L' : '.';
+    EXPECT_EQ(leads, std::string(0x81, '.') + std::string(0x1F, 'L') + std::string(0x40, '.') +
+                         std::string(0x1D, 'L') + "...");
+    nxPlatformCodePageSet(0);
+}
+
+// A used-up list, and a button that the box does not have, are refusals.
+TEST(PosixMessageBox, listedRepliesThenRefusal) {
+    struct {
+        char const* list;
+        UINT type;
+        int replies[3];
+    } const rows[] = {{"retry,cancel,retry", MB_RETRYCANCEL | 0x2010, {IDRETRY, IDCANCEL, IDRETRY}},
+                      {"yes,no", MB_YESNO, {IDYES, IDNO, IDNO}},
+                      {"ok", MB_OKCANCEL, {IDOK, IDCANCEL, IDCANCEL}},
+                      {"ignore,ok,retry", MB_ABORTRETRYIGNORE, {IDIGNORE, IDABORT, IDRETRY}},
+                      {"nonsense,yes", MB_YESNOCANCEL, {IDCANCEL, IDYES, IDCANCEL}}};
+    for (auto const& row : rows) {
+        ::setenv("VX7_MESSAGE_REPLY", row.list, 1);
+        for (int reply : row.replies) {
+            testing::internal::CaptureStderr();
+            EXPECT_EQ(MessageBoxA(nullptr, "It failed.", "Title", row.type), reply) << row.list;
+            EXPECT_EQ(testing::internal::GetCapturedStderr().rfind("Title: It failed.\n", 0), 0u);
+        }
+    }
+    ::unsetenv("VX7_MESSAGE_REPLY");
+    EXPECT_TRUE(MessageBoxA(nullptr, "", nullptr, 7) == 0 && GetLastError() == 1438);
+}
+
+char const* typed; // what the person at the terminal types
+
+TEST(PosixMessageBox, terminalIsAsked) {
+    NXS_SeamScope const scope;
+    nxSeam.isTerminal = [](int) { return 1; };
+    nxSeam.read = [](int, void* buffer, std::size_t) -> ssize_t {
+        std::memcpy(buffer, typed, 1);
+        errno = EINTR; // '!': a signal arrives
+        return *typed == '\0' ? 0 : *typed++ == '!' ? -1 : 1;
+    };
+    struct {
+        char const* typed;
+        UINT type;
+        int reply;
+    } const rows[] = {{"r\n", MB_RETRYCANCEL, IDRETRY},
+                      {"what\n!c!ancel\n", MB_RETRYCANCEL, IDCANCEL},
+                      {"\n", MB_YESNO, IDYES},
+                      {" YES \n", MB_YESNO, IDYES},
+                      {"\n", MB_YESNO | MB_DEFBUTTON2, IDNO},
+                      {"", MB_YESNO, IDNO},
+                      {"yesyesyesyesyesyes\nn\n", MB_YESNOCANCEL, IDNO}};
+    for (auto const& row : rows) {
+        typed = row.typed;
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(MessageBoxA(nullptr, "text", "caption", row.type), row.reply) << row.typed;
+        testing::internal::GetCapturedStderr();
+    }
+}
+
+int interruptions;
+
+unsigned int NX_STDCALL routine(void*) {
+    return 0;
+}
+
+TEST(PosixSeam, failingCalls) {
+    NXS_SeamScope const scope;
+    nxSeam.allocate = [](std::size_t) -> void* { return nullptr; };
+    EXPECT_TRUE(GlobalAlloc(GMEM_MOVEABLE, 10) == nullptr && GetLastError() == 8);
+    nxSeam.threadStart = [](pthread_t*, pthread_attr_t const*, void* (*)(void*), void*) { return EAGAIN; };
+    errno = 0;
+    EXPECT_EQ(_beginthreadex(nullptr, 0, routine, nullptr, 0, nullptr), 0u);
+    EXPECT_TRUE(GetLastError() == 8 && errno == EAGAIN);
+    EXPECT_TRUE(_beginthreadex(nullptr, 0, routine, nullptr, 4, nullptr) == 0 &&
+                GetLastError() == 50); // suspended
+    interruptions = 0;
+    nxSeam.sleep = [](timespec const* howLong, timespec* left) {
+        *left = {0, howLong->tv_nsec - 1000000};
+        errno = EINTR;
+        return ++interruptions < 4 ? -1 : 0;
+    };
+    Sleep(100);
+    EXPECT_EQ(interruptions, 4);
+}
+
+TEST(PosixModule, dllNamesMeanSharedObjects) {
+    HMODULE const original = LoadLibraryA("nxtest.so");
+    char name[1024];
+    ASSERT_GT(GetModuleFileNameA(original, name, sizeof name), 0u);
+    std::string content = nxFileContent(name);
+    EXPECT_TRUE(GetModuleFileNameA(original, name, 5) == 5 && std::strlen(name) == 4); // cut, but terminated
+    nxFileMake("mapped.so", content);
+    HMODULE const mapped = LoadLibraryA(".\\mapped.DLL");
+    ASSERT_TRUE(mapped != nullptr && mapped != original);
+    EXPECT_EQ(LoadLibraryA("mapped"), mapped);
+    EXPECT_EQ(GetModuleHandleA("mapped.dll"), mapped);
+    for (HMODULE module : {mapped, mapped, original})
+        EXPECT_TRUE(FreeLibrary(module));
+    ++content[18]; // for another processor
+    nxFileMake("foreign.so", content);
+    EXPECT_TRUE(LoadLibraryA("foreign") == nullptr && GetLastError() == 193);
+    HMODULE const system = LoadLibraryA("libm.so.6"); // through the loader's path
+    EXPECT_NE(GetProcAddress(system, "ldexp"), nullptr);
+    EXPECT_TRUE(GetProcAddress(system, "strlen") == nullptr && GetLastError() == 127); // of what it needs
+    EXPECT_TRUE(GetProcAddress(system, MAKEINTRESOURCEA(1)) == nullptr && GetLastError() == 182);
+    EXPECT_TRUE(FreeLibrary(system));
+}
+
+TEST(PosixThread, identifierAfterFork) {
+    DWORD const own = GetCurrentThreadId();
+    pid_t const child = ::fork();
+    if (child == 0)
+        ::_exit(GetCurrentThreadId() == static_cast<DWORD>(::getpid()) ? 0 : 1);
+    int status = -1;
+    EXPECT_TRUE(::waitpid(child, &status, 0) == child && status == 0);
+    EXPECT_EQ(GetCurrentThreadId(), own);
+}
+
+} // namespace
