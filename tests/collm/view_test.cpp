@@ -1,0 +1,92 @@
+// tests/collm/view_test.cpp - ranges and cursors over a vector.
+#include "general/collm/v4x.h"
+#include "tests/collm/rawvec.h"
+#include "tests/support/support.h"
+
+namespace {
+
+TEST(View, CoversWhatTheVectorHas) {
+    RawVec v(std::string("abcde"));
+    static struct {
+        unsigned int first, length, qty;
+        char const* text;
+    } const rows[] = {{0, NX_NO_INDEX, 5, "abcde"},
+                      {2, NX_NO_INDEX, 3, "cde"},
+                      {4, 9, 1, "e"},
+                      {5, 0, 0, ""},
+                      {5, 3, 0, ""},
+                      {6, 0, 0, ""},
+                      {NX_NO_INDEX, 3, 0, ""},
+                      {6, NX_NO_INDEX, NX_NO_INDEX, nullptr}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.first << ", " << row.length);
+        RawSub const view(&v, row.first, row.length);
+        EXPECT_EQ(view.itemQty(), row.qty);
+        if (row.text == nullptr)
+            EXPECT_ASSERTION(view.dataPConst(), "item_num < itemQty()", "general/collm/v1.h");
+        else
+            EXPECT_EQ(view.text(), row.text);
+    }
+}
+
+TEST(View, ReplacesItemsAndKeepsItsFields) {
+    RawVec v(std::string("1234"));
+    RawSub view(&v, 1, 2);
+    view.dataReplace("9", 1);
+    EXPECT_EQ(v.text(), "194");
+    EXPECT_EQ(view.text(), "94");
+    view = RawVec(std::string("wxyz"));
+    EXPECT_EQ(v.text(), "1wxyz");
+    RawSub const other(&v, 0, 1), nothing(&v, 0, 0);
+    view = other; // items of the same vector
+    EXPECT_EQ(v.text(), "11yz");
+    EXPECT_EQ(view.itemNum(), 1u);
+    view = nothing;
+    EXPECT_EQ(v.text(), "1z");
+    EXPECT_EQ(view.itemPConst(0)[0], 'z');
+}
+
+TEST(View, SearchResultsAreCountedDownTwice) {
+    RawVec v(std::string("abcdefgh"));
+    RawSub view(&v, 2, 5); // cdefg
+    unsigned int at = 0;
+    EXPECT_EQ(view.itemSearch("f", byteCompare, &at), 3u - 5);
+    EXPECT_EQ(at, 3u - 2);
+    EXPECT_EQ(view.itemSearch("a", byteCompare, &at), NX_NO_INDEX);
+    EXPECT_EQ(at, 0u - 2);
+    EXPECT_EQ(view.itemSearchSeq("e", byteCompare), 2u - 5);
+    EXPECT_EQ(view.itemSearchSeq("h", byteCompare), NX_NO_INDEX);
+    EXPECT_ASSERTION(view.itemSearchSeq("e", byteCompareContext, nullptr), "0", "general/collm/vsearchx");
+    RawVec w(std::string("87654321"));
+    RawSub(&w, 1, 4).dataSort(byteCompare);
+    RawSub(&w, 4, NX_NO_INDEX).dataSort(byteCompareContext, nullptr);
+    EXPECT_EQ(w.text(), "84561237");
+    EXPECT_EQ(RawSub(&w, 1, 3).itemQty(1), 3u);
+    EXPECT_EQ(w.text(), "841237");
+}
+
+TEST(Cursor, DeletingKeepsItInStep) {
+    int const items[] = {10, 20, 30, 40};
+    NX_IntVec v(items, 4);
+    NX_IntVec const before(v);
+    NX_VecPtrT<NX_IntVec> p(v);
+    ++p;
+    EXPECT_EQ(p.itemQtyUntilEnd(), 3u);
+    p.itemDelete();
+    ++p;
+    EXPECT_EQ(*p.itemPConst(), 30);
+    EXPECT_EQ(p.itemQtyUntilEnd(), 2u);
+    p.itemDeleteAt(0);
+    EXPECT_EQ(*p.itemPConst(), 30);
+    p.itemDeleteAt(1); // behind it
+    EXPECT_EQ(p.itemQtyUntilEnd(), 1u);
+    *p = 33;
+    EXPECT_EQ(v.itemPConst(0)[0], 33);
+    ++p;
+    p.itemDelete(); // nothing there
+    EXPECT_EQ(p.itemPConst(), nullptr);
+    EXPECT_EQ(v.itemQty(), 1u);
+    EXPECT_EQ(before.itemQty(), 4u);
+}
+
+} // namespace
