@@ -1,0 +1,196 @@
+// tests/text/textprim_test.cpp - copying, filling, tables, numbers and counters.
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "general/collm/mem.h"
+#include "general/text/stringa.h"
+#include "general/text/textprim.h"
+#include "tests/text/textsupport.h"
+
+TEST(TextPrim, CopyAndFillIn8And16Bits) {
+    struct {
+        char const* src;
+        int size, result, padded;
+        char const *copied, *field; // `field`: NxTextCopyAndPad with '+' into "........"
+    } const rows[] = {{"abc", 3, 2, 3, "ab", "abc....."},       {"abc", 1, 0, 1, "", "a......."},
+                      {"abc", 0, 0, 0, "........", "........"}, {"ab", 5, 2, 2, "ab", "ab+++..."},
+                      {nullptr, 2, 0, 0, "", "++......"},       {"abc", 4, 3, 3, "abc", "abc+...."}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.size);
+        char buffer[] = "........";
+        EXPECT_EQ(NxTextCopy(buffer, row.src, row.size), row.result);
+        EXPECT_STREQ(buffer, row.copied);
+        char field[] = "........";
+        EXPECT_EQ(NxTextCopyAndPad(field, row.src, row.size, '+'), row.padded);
+        EXPECT_STREQ(field, row.field);
+        NXS_Wide wide("........");
+        NXS_Wide const src(row.src ? row.src : "");
+        EXPECT_EQ(NxTextCopy(wide, row.src ? src : NX_TextW1PtrConst(), row.size), row.result);
+        EXPECT_EQ(wide.text().substr(0, std::strlen(row.copied)), row.copied);
+        EXPECT_EQ(NxTextCopyAndPad(wide, row.src ? src : NX_TextW1PtrConst(), row.size, '+'), row.padded);
+    }
+    char text[] = "ab\0....";
+    EXPECT_EQ(NxTextPad(text, '-', 2), 2);
+    EXPECT_STREQ(text, "ab");
+    EXPECT_EQ(NxTextPad(text, '-', 4), 2);
+    EXPECT_STREQ(text, "ab--...");
+    EXPECT_EQ(NxTextSet2(text, 'x', 'y', 3).textP(), text);
+    EXPECT_STREQ(text, "xyx-...");
+    NxTextSetSeq(text, 0xFE, 4);
+    EXPECT_EQ(std::memcmp(text, "\xFE\xFF\0\x01...", 7), 0);
+    NXS_Wide wide("....");
+    NxTextSet(wide, 'u', 2);
+    EXPECT_EQ(wide.text(), "uu..");
+    EXPECT_EQ(NxTextLen("abc", 2), 2);
+    EXPECT_EQ(NxTextLen("abc", 9), 3);
+    EXPECT_EQ(NxTextLen(NXS_Wide("abc"), -1), 0);
+}
+
+TEST(TextPrim, Duplicates) {
+    NX_TextA1Ptr const plain = NxTextDup("abc");
+    NX_TextA1Ptr const extra = NxTextDup("abc", 2, 'z');
+    NX_TextW1Ptr const wide = NxTextDup(NXS_Wide("abc"), 3, 0);
+    EXPECT_STREQ(plain, "abc");
+    EXPECT_STREQ(extra, "abz");
+    EXPECT_EQ(wide[2], 'c');
+    EXPECT_EQ(wide[4], 0);
+    for (void* block : {static_cast<void*>(plain), static_cast<void*>(extra), static_cast<void*>(wide)})
+        NxMemHeapFree(&block);
+    EXPECT_STREQ(NxTextStringGet("abcdef", 3).dataPConst(), "abc");
+    EXPECT_EQ(NxTextStringGet(nullptr).strLen(), 0u);
+}
+
+// Every way in which callers hold text must find its one overload.
+TEST(TextPrim, OverloadsTakeAllKindsOfPointers) {
+    char array[] = "a,b";
+    char* p = array;
+    char const* q = array;
+    NX_TextA1Ptr const wrapped = p;
+    unsigned short units[] = {'a', ',', 'b', 0};
+    unsigned short* w = units;
+    NX_TextW1Ptr const wideWrapped = units;
+    EXPECT_EQ(NxTextFind(array, ',') - array, 1);
+    EXPECT_EQ(NxTextFind(p, ",b"), NxTextFind(q, 3, ','));
+    EXPECT_EQ(NxTextFind(wrapped, ','), NxTextFindLast(NX_TextA1PtrConst(wrapped), 3, ","));
+    EXPECT_EQ(NxTextFind(units, ','), NxTextFind(w, 3, w + 1));
+    EXPECT_EQ(NxTextFind(wideWrapped, ','), NxTextFindLast(wideWrapped, wideWrapped + 1));
+    EXPECT_TRUE(NxTextFind("abc", 'x') == nullptr);
+    EXPECT_FALSE(NxTextFind("abc", 'x'));
+    EXPECT_EQ(*NxTextFind("abc", 'b'), 'b');
+    EXPECT_EQ(NxTextFind("abc", 'b')[1], 'c');
+    char const* plain = NxTextFind("abc", 0);
+    EXPECT_STREQ(plain, "");
+    EXPECT_EQ(NxTextFindAndTerminate(p, ','), p + 1);
+    EXPECT_STREQ(p, "a");
+}
+
+TEST(TextPrim, ClassesFoldingAndDigits) {
+    struct {
+        int last, type;
+    } const runs[] = {{-4, 0x00},   {-3, 0x21},   {-2, 0x20},   {-1, 0x00},   {0x08, 0x01},
+                      {0x0D, 0x11}, {0x1F, 0x01}, {0x20, 0x10}, {'!', 0x88},  {'"', 0x08},
+                      {'$', 0x88},  {'/', 0x08},  {'9', 0x06},  {'?', 0x08},  {'@', 0x88},
+                      {'F', 0x24},  {'Z', 0x20},  {'`', 0x88},  {'f', 0x44},  {'z', 0x40},
+                      {'~', 0x88},  {0x9F, 0x80}, {0xA0, 0x90}, {0xBF, 0x88}, {0xFF, 0x80}};
+    int c = -4;
+    for (auto const& run : runs)
+        for (; c <= run.last; ++c)
+            EXPECT_EQ(NxTextTypeP()[c + 4], run.type) << c;
+    for (c = 0; c < 256; ++c)
+        EXPECT_EQ(NxTextLowerP()[c], c >= 'A' && c <= 'Z' ? c + 32 : c == 0xAD ? 0xAC : c);
+    for (char const* digit = "09afAF"; *digit; ++digit)
+        EXPECT_EQ(NxTextHexToBinaryP()[*digit - '0'], std::stoi(std::string(1, *digit), nullptr, 16));
+}
+
+TEST(TextPrim, NumbersIn8And16Bits) {
+    long const least = -2147483647 - 1;
+    struct Row {
+        char const* text;
+        long value;
+        int end;
+    };
+    std::vector<Row> const rows = {{"  -0x1F", -31, 7},
+                                   {"+ 5", 0, 1},
+                                   {"007", 7, 3},
+                                   {"0x", 0, 2},
+                                   {"0xg", 0, 2},
+                                   {"0", 0, 1},
+                                   {"", 0, 0},
+                                   {" \t", 0, 2},
+                                   {"-", 0, 1},
+                                   {"12a", 12, 2},
+                                   {"0X0fFg", 255, 5},
+                                   {"--5", 0, 1},
+                                   {"\xA0\x35", 5, 2},
+                                   {"0100", 100, 4},
+                                   {"4294967295", -1, 10},
+                                   {"4294967297", 1, 10},
+                                   {"0x80000000", least, 10},
+                                   {"-2147483648", least, 11}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.text);
+        int const len = static_cast<int>(std::strlen(row.text));
+        std::string const longer = std::string(row.text) + "99"; // the counted form must stop before it
+        char const* end = nullptr;
+        EXPECT_EQ(NxTextLongGet(row.text, &end), row.value);
+        EXPECT_EQ(end - row.text, row.end);
+        EXPECT_EQ(NxTextLongGet(longer.c_str(), len, &end), row.value);
+        EXPECT_EQ(end - longer.c_str(), row.end);
+        EXPECT_EQ(NxTextLongGet(longer.c_str(), len, NX_DataText), row.value);
+        NXS_Wide const wide(longer);
+        unsigned short const* wideEnd = nullptr;
+        EXPECT_EQ(NxTextLongGet(wide, len, &wideEnd), row.value);
+        EXPECT_EQ(wideEnd - NX_TextW1PtrConst(wide).textP(), row.end);
+    }
+}
+
+TEST(TextPrim, BinaryFields) {
+    struct {
+        char const* bytes;
+        int len, type;
+        long value;
+    } const rows[] = {{"\xFF\xFE", 2, 1, -2},
+                      {"\xFF\xFE", 2, 2, 65534},
+                      {"\xFE\xFF", 2, 4, -2},
+                      {"\xFE\xFF", 2, 5, 65534},
+                      {"\xFF\1\2\3\4", 5, 1, 0x1020304},
+                      {"\1\2\3\4\xFF", 5, 4, 0x4030201},
+                      {"\xFF\xFF\xFF\xFF", 4, 2, -1},
+                      {"\x80", 1, 1, -128},
+                      {"\x80", 1, 5, 128},
+                      {"\x80", 0, 1, 0},
+                      {"12", 2, 7, 12},
+                      {"12", 2, 3, 0},
+                      {"12", 2, 9, 0},
+                      {"12", -1, 6, 0}};
+    for (auto const& row : rows)
+        EXPECT_EQ(NxTextLongGet(row.bytes, row.len, static_cast<NX_DataType>(row.type)), row.value)
+            << row.type << " of " << testing::PrintToString(std::string(row.bytes));
+    unsigned short const units[] = {0x0201, 0x0403}; // bytes 1 2 3 4
+    EXPECT_EQ(NxTextLongGet(units, 2, NX_DataMsbInt), 0x01020304);
+    EXPECT_EQ(NxTextLongGet(units, 2, NX_DataLsbInt), 0x04030201);
+}
+
+TEST(TextPrim, CountersIn8And16Bits) {
+    struct {
+        char const *text, *after;
+        int result;
+    } const rows[] = {{"file9", "file0", 0}, {"file1", "file2", 1}, {"a199", "a200", 1}, {"99", "00", 0},
+                      {"abz", "aba", 1},     {"abZ", "abA", 1},     {"abc", "abd", 0},   {"--", "--", -1},
+                      {"", "", -1},          {"a9-", "a:-", 0},     {"z)", "a)", 1},     {"a9b", "a9c", 0},
+                      {"9\xC4", ":\xC4", 0}};
+    for (auto const& row : rows) {
+        std::string text = row.text;
+        NXS_Wide wide(text);
+        int const len = static_cast<int>(text.size());
+        EXPECT_EQ(NxTextInc(text.data(), len), row.result) << row.text;
+        EXPECT_EQ(text, row.after);
+        EXPECT_EQ(NxTextInc(wide, len), row.result) << row.text;
+        EXPECT_EQ(wide.text(), row.after);
+    }
+    NXS_CodePage const page(932);
+    char text[] = "a9\x81z\x81\x39"; // double-byte characters count neither as letters nor as digits
+    EXPECT_EQ(NxTextInc(text, 6), 0);
+    EXPECT_STREQ(text, "a:\x81z\x81\x39");
+}
