@@ -1,0 +1,69 @@
+// Environment strings, the current directory, and caches that give memory back.
+#include "general/finfo/env.h"
+
+#include <filesystem>
+
+#include "general/finfo/cacheman.h"
+#include "tests/support/child.h"
+#include "tests/support/support.h"
+
+namespace {
+
+class TestCache : public NX_Cache {
+public:
+    int cacheFlush() override {
+        ++flushes;
+        return std::exchange(held, 0);
+    }
+    int held = 0;
+    int flushes = 0;
+};
+
+} // namespace
+
+TEST(Env, Variables) {
+    std::string const longName(255, 'N');
+    nxEnvironmentSet("NX_ENV_A", "value of a");
+    nxEnvironmentSet("NX_ENV_B", "b");
+    nxEnvironmentSet(longName.c_str(), "long");
+    NX_EnvString text("NX_ENV_A");
+    EXPECT_STREQ(text.dataPConst(), "value of a");
+    EXPECT_EQ(text.strLen(), 10u);
+    NX_EnvString const copy(text);
+    text = "NX_ENV_B";
+    EXPECT_STREQ(text.dataPConst(), "b");
+    text = "NX_ENV_NONE";
+    EXPECT_EQ(text.strLen(), 0u);
+    EXPECT_STREQ(copy.dataPConst(), "value of a");
+    NX_StringA const name(longName.c_str());
+    EXPECT_STREQ(NX_EnvString(name).dataPConst(), "long");
+    EXPECT_STREQ(NX_EnvString((name + "NNN")(0)).dataPConst(), "long"); // cut to 255 characters
+    EXPECT_STREQ(NxEnvOrDefault("NX_ENV_B", "fallback"), "b");
+    EXPECT_STREQ(NxEnvOrDefault("NX_ENV_NONE", "fallback"), "fallback");
+}
+
+TEST(Env, CurrentDirectory) {
+    std::filesystem::path const here = std::filesystem::current_path();
+    NX_DirCurrent const dir;
+    std::filesystem::create_directory("below");
+    std::filesystem::current_path("below");
+    EXPECT_EQ(std::filesystem::path(dir.dataPConst()), here);
+    EXPECT_EQ(std::filesystem::path(NX_DirCurrent().dataPConst()), here / "below");
+    std::filesystem::current_path(here);
+    EXPECT_EQ(dir.subCollP(), nullptr);
+}
+
+TEST(Cache, FlushReachesRegisteredCachesOnly) {
+    NX_CacheManager* const manager = NX_CacheManager::cacheManagerP();
+    EXPECT_EQ(manager->cacheFlush(), 0);
+    TestCache first;
+    {
+        TestCache second;
+        TestCache third;
+        second.held = 1;
+        EXPECT_NE(manager->cacheFlush(), 0);
+        EXPECT_EQ(first.flushes + second.flushes + third.flushes, 3);
+    }
+    EXPECT_EQ(manager->cacheFlush(), 0);
+    EXPECT_EQ(first.flushes, 2);
+}
