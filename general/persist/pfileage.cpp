@@ -1,0 +1,52 @@
+// general/persist/pfileage.cpp - saving and loading file times.
+#include "general/finfo/fileage.h"
+#include "general/persist/persistin.h"
+
+namespace {
+
+void fieldLoad(NX_PersistTextLoad& load, char mark, std::uint8_t& field) {
+    if (mark != 0)
+        NXS_PersistLoader::markLoad(load, mark);
+    int value = 0;
+    load >> value;
+    field = static_cast<std::uint8_t>(value);
+    NXS_PersistLoader::check(load, field == value);
+}
+
+} // namespace
+
+NX_PersistTextSave& NX_FileAge8::dataSave(NX_PersistTextSave& save) const {
+    return save << ' ' << year << '/' << int{month} << '/' << int{day} << ' ' << int{hour} << ':' << int{minute} << ':'
+                << int{second} << '.' << int{hundredths};
+}
+
+NX_PersistTextLoad& NX_FileAge8::dataLoad(NX_PersistTextLoad& load) {
+    year = 0;
+    load >> year;
+    fieldLoad(load, '/', month);
+    fieldLoad(load, '/', day);
+    fieldLoad(load, 0, hour);
+    fieldLoad(load, ':', minute);
+    fieldLoad(load, ':', second);
+    fieldLoad(load, '.', hundredths);
+    return load;
+}
+
+NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_FileAge8 const& age) {
+    return save << &age;
+}
+
+NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_FileAge8 const* age) {
+    if (!save.pIsSaved(age, nxPersistFileAge.size))
+        age->dataSave(save);
+    return save;
+}
+
+NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_FileAge8& age) {
+    NX_FileAge8* p = &age;
+    return load >> p;
+}
+
+NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_FileAge8*& age) {
+    return nxPersistLoad(load, age, nxPersistFileAge);
+}
