@@ -1,0 +1,204 @@
+#include "examples/catalog/catalogue.h"
+
+#include "examples/catalog/errors.h"
+#include "examples/catalog/progress.h"
+
+#include <filesystem>
+
+namespace {
+
+char const magic[] = "catalogue";
+
+int fail(NX_ErrorNum num, NX_StringA const& file) {
+    NxERROR(num);
+    return NxErrorBufFileName(file);
+}
+
+// Loading a damaged file ends here first: the error has been recorded, and the stream delivers nothing more.
+void loadFailed(void*, NX_PersistTextLoad&, int, long) {}
+
+// The format skips blanks in front of a text and ends one at a line feed.
+bool nameKeeps(NX_StringA const& name) {
+    return NxTextSpaceLen(name.dataPConst()) == 0 && name.strCharFirst('\n') == NX_NO_INDEX;
+}
+
+template <class Info> int NX_FASTCALL byName(Info const* a, Info const* b) {
+    int const folded = NX_FileInfo::nameCompare(a, b);
+    return folded != 0 ? folded : a->strCompare(*b, NX_CompareExact);
+}
+
+// The newest and the largest first, as one looks for them; equal ones by name.
+template <class Info> int NX_FASTCALL byAge(Info const* a, Info const* b) {
+    int const age = b->fileAge().ageCompareExact(a->fileAge());
+    return age != 0 ? age : byName(a, b);
+}
+
+template <class Info> int NX_FASTCALL bySize(Info const* a, Info const* b) {
+    int const size = NX_FileInfo::sizeCompare(b, a);
+    return size != 0 ? size : byName(a, b);
+}
+
+template <class Info> auto compareFor(Order order) {
+    using Compare = int(NX_FASTCALL*)(Info const*, Info const*);
+    switch (order) {
+    case Order::name:
+        return static_cast<Compare>(byName<Info>);
+    case Order::age:
+        return static_cast<Compare>(byAge<Info>);
+    case Order::size:
+        return static_cast<Compare>(bySize<Info>);
+    case Order::none:
+        break;
+    }
+    return static_cast<Compare>(nullptr);
+}
+
+} // namespace
+
+DirCompare dirCompare(Order order) {
+    return compareFor<NX_DirInfo>(order);
+}
+
+FileCompare fileCompare(Order order) {
+    return compareFor<NX_FileInfo>(order);
+}
+
+void Catalogue::optionsTake(Options const& options) {
+    pattern_ = options.pattern;
+    leaveOut_ = options.leaveOut;
+    find_ = options.find;
+    order_ = options.order;
+}
+
+void Catalogue::optionsTake(Catalogue const& other) {
+    pattern_ = other.pattern_;
+    leaveOut_ = other.leaveOut_;
+    find_ = other.find_;
+    order_ = other.order_;
+}
+
+// Scanning takes a directory that may not be read for an empty one, and the file cannot keep every name.
+int Catalogue::dirCheck(NX_DirInfo const& dir) const {
+    if (!nameKeeps(dir))
+        return fail(errorNameKept, dir);
+    if (dir.fileColl().itemQty() == 0 && dir.subColl().itemQty() == 0) {
+        std::error_code code;
+        std::filesystem::directory_iterator const entries(dir.dataPConst(), code);
+        if (code)
+            return fail(errorNumFileAccess, dir);
+    }
+    for (NX_FileInfoVecPtrConst file(dir.fileColl()); file.itemIsAvail() != 0; ++file)
+        if (!nameKeeps(*file))
+            return fail(errorNameKept, *file);
+    for (NX_DirInfoVecPtrConst sub(dir.subColl()); sub.itemIsAvail() != 0; ++sub)
+        if (dirCheck(*sub) == -1)
+            return -1;
+    return 0;
+}
+
+int Catalogue::dirRead(NX_StringA const& dir) {
+    NX_StringA name(dir);
+    NX_FileNameType const type = name.nameType();
+    if (type == NX_FileNameMissing)
+        return fail(errorNumFileNotFound, dir);
+    if (type != NX_FileNameDir && type != NX_FileNameDevice)
+        return fail(errorNotDir, dir);
+    name.nameDirSep();
+    {
+        Progress const progress;
+        root_ = std::make_unique<NX_DirInfo>(name, dirCompare(order_), leaveOut_, find_, nullptr, ageWrite,
+                                             pattern_.dataPConst());
+    }
+    return dirCheck(*root_);
+}
+
+int Catalogue::fileLoad(NX_StringA const& file) {
+    {
+        // Tells a file that is missing, locked or a directory from one that is damaged.
+        NX_File const probe(file, NX_File::modeReadDenyWrite);
+        if (probe.fileIsOpen() == 0)
+            return -1;
+    }
+    NX_PersistTextLoad load(file, static_cast<int>(std::ios::binary), 0, loadFailed, nullptr);
+    NX_StringA word;
+    NX_StringA leaveOut;
+    int find = 0;
+    int order = 0;
+    load >> word;
+    if (load.errorNum() == 0 && word.strCompare(magic, NX_CompareExact) == 0) {
+        load >> pattern_ >> leaveOut >> find >> order;
+        NX_DirInfo* loaded = nullptr;
+        load >> loaded;
+        root_.reset(loaded);
+    }
+    if (load.errorNum() == 0 && root_ == nullptr) {
+        NxERROR(errorNumPersistText);
+        NxErrorBufFileName(file);
+        return NxErrorBufPos(0);
+    }
+    if (load.errorNum() != 0) {
+        root_.reset();
+        return -1;
+    }
+    find_ = static_cast<NX_FileFindType>(find);
+    order_ = static_cast<Order>(order);
+    leaveOut_.collDefault();
+    NX_TokenizerA names(leaveOut);
+    for (;;) {
+        NX_CharASub const name = names("/");
+        if (name.itemQty() == 0)
+            return 0;
+        leaveOut_ += NX_StringA(name);
+    }
+}
+
+int Catalogue::read(NX_StringA const& name) {
+    return name.nameType() == NX_FileNameDir ? dirRead(name) : fileLoad(name);
+}
+
+int Catalogue::write(NX_StringA const& file) const {
+    NX_StringA leaveOut;
+    for (NX_StringVecAPtrConst name(leaveOut_); name.itemIsAvail() != 0; ++name) {
+        if (leaveOut.strLen() != 0)
+            leaveOut += '/';
+        leaveOut += *name;
+    }
+    NX_PersistTextSave save(file, static_cast<int>(std::ios::binary), 0);
+    save << NX_StringA(magic) << pattern_ << leaveOut << ' ' << static_cast<int>(find_) << ' '
+         << static_cast<int>(order_) << root_.get();
+    save << '\n';
+    save.flush();
+    return save.good() ? 0 : fail(errorNumDiskFull, file);
+}
+
+int Catalogue::fileSave(NX_StringA const& file) const {
+    if (file.nameType() != NX_FileNameMissing) {
+        // An existing file that may not be written, or that others use, is not replaced.
+        NX_File const target(file, NX_File::modeReadWrite | NX_File::modeExclusive);
+        if (target.fileIsOpen() == 0)
+            return -1;
+    }
+    NX_StringA temporary;
+    NX_StringA dir = file.nameOfDir();
+    if (temporary.nameTmp(dir.strLen() != 0 ? dir : NX_StringA(".")) == -1)
+        return -1;
+    {
+        // The file system's own words for a directory that is missing or may not be written to.
+        NX_File const made(temporary, NX_File::modeWrite | NX_File::modeCreate);
+        if (made.fileIsOpen() == 0)
+            return -1;
+    }
+    if (write(temporary) == -1) {
+        NX_ErrorMan attempt;
+        NX_File::fileErase(temporary);
+        attempt.errorOk();
+        return -1;
+    }
+    std::error_code code;
+    std::filesystem::rename(temporary.dataPConst(), file.dataPConst(), code);
+    if (code) {
+        NX_File::fileErase(temporary);
+        return fail(errorNumFileAccess, file);
+    }
+    return 0;
+}

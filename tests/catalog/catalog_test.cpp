@@ -1,0 +1,151 @@
+// The example program: output, exit status and messages.
+#include "tests/support/child.h"
+#include "tests/support/support.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Result {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+// Runs the program that lies beside this one. Arguments are separated by blanks.
+Result run(std::string const& arguments) {
+    fs::path program = fs::path(nxSelf()).parent_path() / "catalog";
+    int status = std::system((program.make_preferred().string() + " " + arguments + " >out.txt 2>err.txt").c_str());
+    if (status > 255)
+        status /= 256; // as wait reports it
+    std::string out = nxFileContent("out.txt");
+    std::string err = nxFileContent("err.txt");
+    std::erase(out, '\r');
+    std::erase(err, '\r');
+    return {status, out, err};
+}
+
+bool has(std::string const& text, std::string const& part) {
+    return text.find(part) != std::string::npos;
+}
+
+class Catalog : public testing::Test {
+protected:
+    Catalog() {
+        fs::create_directories("tree/b/c");
+        nxFileMake("tree/one.txt", "1");
+        nxFileMake("tree/two.dat", std::string(3000, '2'));
+        nxFileMake("tree/b/three.txt", "333");
+        nxFileMake("tree/b/c/file10.txt", "");
+        nxFileMake("tree/.hidden", "not listed");
+    }
+    ~Catalog() override {
+        fs::remove_all("tree");
+        fs::remove("t.cat");
+    }
+};
+
+TEST_F(Catalog, ScanShowFind) {
+    Result const scan = run("scan tree t.cat --sort name");
+    EXPECT_EQ(scan.status, 0) << scan.err;
+    EXPECT_EQ(scan.out + scan.err, "") << "nothing to tell, and no progress into a file";
+
+    Result const show = run("show t.cat --sort size");
+    EXPECT_EQ(show.status, 0);
+    EXPECT_TRUE(has(show.out, "4 files in 3 directories, 3004 bytes")) << show.out;
+    EXPECT_LT(show.out.find("two.dat"), show.out.find("one.txt")) << "the largest first";
+    EXPECT_FALSE(has(show.out, "hidden"));
+
+    Result const wild = run("find t.cat \"o*.txt\"");
+    EXPECT_EQ(wild.status, 0);
+    EXPECT_EQ(std::count(wild.out.begin(), wild.out.end(), '\n'), 1) << wild.out;
+    EXPECT_TRUE(has(wild.out, "one.txt"));
+    Result const regular = run("find t.cat \"/e[0-9]+/\"");
+    EXPECT_EQ(regular.status, 0);
+    EXPECT_EQ(std::count(regular.out.begin(), regular.out.end(), '\n'), 1) << regular.out;
+    EXPECT_TRUE(has(regular.out, "file10.txt"));
+}
+
+TEST_F(Catalog, DiffTellsAddedRemovedChanged) {
+    ASSERT_EQ(run("scan tree t.cat").status, 0);
+    Result const same = run("diff t.cat tree");
+    EXPECT_EQ(same.status, 0) << same.out << same.err;
+    EXPECT_EQ(same.out, "");
+
+    nxFileMake("tree/one.txt", "changed");
+    nxFileMake("tree/b/new.txt", "");
+    fs::remove_all("tree/b/c");
+    Result const diff = run("diff t.cat tree");
+    EXPECT_EQ(diff.status, 1);
+    EXPECT_EQ(std::count(diff.out.begin(), diff.out.end(), '\n'), 3) << diff.out;
+    EXPECT_TRUE(has(diff.out, "changed  one.txt"));
+    EXPECT_TRUE(has(diff.out, "added    b") && has(diff.out, "new.txt"));
+    EXPECT_TRUE(has(diff.out, "removed  b") && has(diff.out, "c"));
+}
+
+TEST_F(Catalog, DiffOfContents) {
+    fs::copy("tree", "copy", fs::copy_options::recursive);
+    // The same size and time, another content.
+    auto const time = fs::last_write_time("tree/two.dat");
+    nxFileMake("copy/two.dat", std::string(2999, '2') + "3");
+    for (fs::path const& path : {fs::path("one.txt"), fs::path("b/three.txt"), fs::path("b/c/file10.txt")})
+        fs::last_write_time("copy" / path, fs::last_write_time("tree" / path));
+    fs::last_write_time("copy/two.dat", time);
+    EXPECT_EQ(run("diff tree copy").status, 0);
+    Result const contents = run("diff tree copy --contents");
+    EXPECT_EQ(contents.status, 1);
+    EXPECT_EQ(contents.out, "changed  two.dat\n");
+    fs::remove_all("copy");
+}
+
+TEST_F(Catalog, ChoicesOfTheScanHoldForTheDiff) {
+    ASSERT_EQ(run("scan tree t.cat --pattern \"*.txt\" --leave-out \"three*\" --files-of archive").status, 0);
+    Result const show = run("show t.cat");
+    EXPECT_TRUE(has(show.out, "2 files in 3 directories, 1 bytes")) << show.out;
+    EXPECT_EQ(run("diff t.cat tree").status, 0);
+    EXPECT_EQ(run("diff tree t.cat").status, 0);
+}
+
+TEST_F(Catalog, FaultsAreToldAndNothingIsOverwritten) {
+    ASSERT_EQ(run("scan tree t.cat").status, 0);
+    std::string const before = nxFileContent("t.cat");
+    nxFileMake("bad.cat", "S0\nD\nD9 catalogue");
+    nxFileMake("other.cat", "S1");
+    static struct {
+        char const* arguments;
+        char const* message;
+    } const rows[] = {
+        {"scna tree t.cat", "scna: Unknown command"},
+        {"scan tree t.cat --fast", "--fast: Unknown option"},
+        {"show t.cat --contents", "--contents: Unknown option"},
+        {"scan tree t.cat --sort", "--sort: Option without its value"},
+        {"scan tree t.cat --sort colour", "colour: Unknown value"},
+        {"scan tree", "scan: Argument missing"},
+        {"show t.cat more", "more: Argument missing or one too many"},
+        {"scan nothere t.cat", "nothere: Not found"},
+        {"scan tree/one.txt t.cat", "Not a directory"},
+        {"scan tree nothere/t.cat", "Not found"},
+        {"show nothere.cat", "nothere.cat: Not found"},
+        {"show tree", "Access not allowed"},
+        {"show bad.cat", "bad.cat: Damaged catalogue at position"},
+        {"show other.cat", "other.cat: Catalogue of another version"},
+        {"show tree/one.txt", "Damaged catalogue at position"},
+        {"find t.cat \"/*a/\"", "Not a regular expression"},
+    };
+    for (auto const& row : rows) {
+        Result const result = run(row.arguments);
+        EXPECT_EQ(result.status, 2) << row.arguments;
+        EXPECT_TRUE(has(result.err, row.message)) << row.arguments << " said " << result.err;
+    }
+    EXPECT_TRUE(has(nxFileContent("quorix.log"), "Not a regular expression"));
+    EXPECT_EQ(nxFileContent("t.cat"), before);
+    EXPECT_EQ(std::distance(fs::directory_iterator("tree"), fs::directory_iterator()), 4) << "nothing left behind";
+}
+
+} // namespace
