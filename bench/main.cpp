@@ -1,5 +1,5 @@
-// The library beside what a user would pick instead. Names read subject/who. Each runs three times; compare the
-// lowest medians of one run with each other, not with another run's.
+// The library beside what a user would pick instead. Names read subject/who. Each runs three times; compare
+// the lowest medians of one run with each other, not with another run's.
 #include "bench/keep.h"
 #include "vx7base.h"
 

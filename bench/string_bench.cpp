@@ -66,7 +66,8 @@ BENCHMARK(errorOwn)->Name("record-error-with-three-details/vx7");
 void errorPrintf(benchmark::State& state) {
     char buffer[512];
     for (auto _ : state) {
-        std::snprintf(buffer, sizeof buffer, "E=%d F=%s P=%d S=%d", errorNumFileNotFound & 0x7FF, "a.txt", 42, 2);
+        std::snprintf(buffer, sizeof buffer, "E=%d F=%s P=%d S=%d", errorNumFileNotFound & 0x7FF, "a.txt", 42,
+                      2);
         keep(buffer);
     }
 }

@@ -25,7 +25,8 @@ std::string const& text() {
     return made;
 }
 
-template <class Search> void search(benchmark::State& state, Search const& find, long expected) {
+template <class Search>
+void search(benchmark::State& state, Search const& find, long expected) {
     for (auto _ : state) {
         char const* const found = find(text().c_str());
         keep(found);
@@ -38,32 +39,38 @@ char const* plain(NX_TextA1PtrConst found) {
 }
 
 void charOwn(benchmark::State& state) {
-    search(state, [](char const* t) { return plain(NxTextFind(t, '#')); }, size - 1);
+    search(
+        state, [](char const* t) { return plain(NxTextFind(t, '#')); }, size - 1);
 }
 BENCHMARK(charOwn)->Name("find-char-64K/vx7-terminated");
 
 void charCountedOwn(benchmark::State& state) {
-    search(state, [](char const* t) { return plain(NxTextFind(t, size, '#')); }, size - 1);
+    search(
+        state, [](char const* t) { return plain(NxTextFind(t, size, '#')); }, size - 1);
 }
 BENCHMARK(charCountedOwn)->Name("find-char-64K/vx7-counted");
 
 void charC(benchmark::State& state) {
-    search(state, [](char const* t) { return static_cast<char const*>(std::memchr(t, '#', size)); }, size - 1);
+    search(
+        state, [](char const* t) { return static_cast<char const*>(std::memchr(t, '#', size)); }, size - 1);
 }
 BENCHMARK(charC)->Name("find-char-64K/memchr");
 
 void textOwn(benchmark::State& state) {
-    search(state, [](char const* t) { return plain(NxTextFind(t, text().c_str() + size - 8)); }, size - 8);
+    search(
+        state, [](char const* t) { return plain(NxTextFind(t, text().c_str() + size - 8)); }, size - 8);
 }
 BENCHMARK(textOwn)->Name("find-text-64K/vx7-terminated");
 
 void textCountedOwn(benchmark::State& state) {
-    search(state, [](char const* t) { return plain(NxTextFind(t, size, text().c_str() + size - 8)); }, size - 8);
+    search(
+        state, [](char const* t) { return plain(NxTextFind(t, size, text().c_str() + size - 8)); }, size - 8);
 }
 BENCHMARK(textCountedOwn)->Name("find-text-64K/vx7-counted");
 
 void textC(benchmark::State& state) {
-    search(state, [](char const* t) { return std::strstr(t, text().c_str() + size - 8); }, size - 8);
+    search(
+        state, [](char const* t) { return std::strstr(t, text().c_str() + size - 8); }, size - 8);
 }
 BENCHMARK(textC)->Name("find-text-64K/strstr");
 

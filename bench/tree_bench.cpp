@@ -22,7 +22,8 @@ std::string const& tree() {
             fs::path const base = fs::exists("/dev/shm") ? "/dev/shm" : fs::temp_directory_path();
             path = (base / ("vx7bench" + std::to_string(std::time(nullptr)))).string() + "/";
             for (unsigned int d = 0; d < dirCount; ++d) {
-                fs::path const dir = fs::path(path) / ("dir" + std::to_string(d % 20)) / ("sub" + std::to_string(d));
+                fs::path const dir =
+                    fs::path(path) / ("dir" + std::to_string(d % 20)) / ("sub" + std::to_string(d));
                 fs::create_directories(dir);
                 for (unsigned int f = 0; f < filesPerDir; ++f)
                     std::ofstream(dir / ("file" + std::to_string(f) + (f % 4 == 0 ? ".txt" : ".dat"))) << f;
@@ -74,11 +75,14 @@ void scanStd(benchmark::State& state, char const* extension) {
         std::vector<Entry> entries;
         for (fs::directory_entry const& entry : fs::recursive_directory_iterator(tree()))
             if (entry.is_regular_file() && (*extension == 0 || entry.path().extension() == extension))
-                entries.push_back({entry.path().filename().string(), entry.file_size(), entry.last_write_time()});
+                entries.push_back(
+                    {entry.path().filename().string(), entry.file_size(), entry.last_write_time()});
         keep(entries.data());
     }
 }
-BENCHMARK_CAPTURE(scanStd, all, "")->Name("scan-20k-files/all/std::filesystem")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(scanStd, all, "")
+    ->Name("scan-20k-files/all/std::filesystem")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(scanStd, pattern, ".txt")
     ->Name("scan-20k-files/pattern/std::filesystem")
     ->Unit(benchmark::kMillisecond);

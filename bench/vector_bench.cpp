@@ -93,9 +93,10 @@ void sortStd(benchmark::State& state) {
         state.PauseTiming();
         std::vector<int> ints(randomInts());
         state.ResumeTiming();
-        int (NX_FASTCALL * compare)(int const*, int const*) = intCompare;
+        int(NX_FASTCALL * compare)(int const*, int const*) = intCompare;
         keep(&compare);
-        std::sort(ints.begin(), ints.end(), [compare](int const& a, int const& b) { return compare(&a, &b) < 0; });
+        std::sort(ints.begin(), ints.end(),
+                  [compare](int const& a, int const& b) { return compare(&a, &b) < 0; });
         keep(ints.data());
     }
 }

@@ -22,23 +22,27 @@ bool nameKeeps(NX_StringA const& name) {
     return NxTextSpaceLen(name.dataPConst()) == 0 && name.strCharFirst('\n') == NX_NO_INDEX;
 }
 
-template <class Info> int NX_FASTCALL byName(Info const* a, Info const* b) {
+template <class Info>
+int NX_FASTCALL byName(Info const* a, Info const* b) {
     int const folded = NX_FileInfo::nameCompare(a, b);
     return folded != 0 ? folded : a->strCompare(*b, NX_CompareExact);
 }
 
 // The newest and the largest first, as one looks for them; equal ones by name.
-template <class Info> int NX_FASTCALL byAge(Info const* a, Info const* b) {
+template <class Info>
+int NX_FASTCALL byAge(Info const* a, Info const* b) {
     int const age = b->fileAge().ageCompareExact(a->fileAge());
     return age != 0 ? age : byName(a, b);
 }
 
-template <class Info> int NX_FASTCALL bySize(Info const* a, Info const* b) {
+template <class Info>
+int NX_FASTCALL bySize(Info const* a, Info const* b) {
     int const size = NX_FileInfo::sizeCompare(b, a);
     return size != 0 ? size : byName(a, b);
 }
 
-template <class Info> auto compareFor(Order order) {
+template <class Info>
+auto compareFor(Order order) {
     using Compare = int(NX_FASTCALL*)(Info const*, Info const*);
     switch (order) {
     case Order::name:

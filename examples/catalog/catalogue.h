@@ -1,7 +1,7 @@
 // examples/catalog/catalogue.h - a directory tree in memory, with the choices it was read by, and its file.
 //
-// The file is a text persistence file: the word "catalogue", the pattern, the names left out (joined by '/'), the
-// class of files and the order as numbers, then the tree.
+// The file is a text persistence file: the word "catalogue", the pattern, the names left out (joined by '/'),
+// the class of files and the order as numbers, then the tree.
 #pragma once
 
 #include "examples/catalog/options.h"
@@ -16,8 +16,8 @@ public:
     // The choices by which another catalogue was read.
     void optionsTake(Catalogue const& other);
 
-    // Reads the tree of a directory. 0, or -1 with an error recorded: no directory, one that may not be read, a name
-    // that the file's format cannot keep.
+    // Reads the tree of a directory. 0, or -1 with an error recorded: no directory, one that may not be read,
+    // a name that the file's format cannot keep.
     int dirRead(NX_StringA const& dir);
 
     // Loads a catalogue's file. 0, or -1 with an error recorded; a damaged file gives the position.
@@ -26,8 +26,8 @@ public:
     // Loads a file or reads a directory, whichever `name` is.
     int read(NX_StringA const& name);
 
-    // Writes the file: under a temporary name first, then moved into place, so that it is never half-written and an
-    // existing one stays whole on failure. 0, or -1 with an error recorded.
+    // Writes the file: under a temporary name first, then moved into place, so that it is never half-written
+    // and an existing one stays whole on failure. 0, or -1 with an error recorded.
     int fileSave(NX_StringA const& file) const;
 
     // The tree; only after one of the reading operations has returned 0.

@@ -17,7 +17,8 @@ int NX_FASTCALL byNode(NX_FileInfo const* const* a, NX_FileInfo const* const* b)
 // The records of a list in the order of their bare names.
 using Names = NX_VecT<NX_FileInfo const*>;
 
-template <class Cursor, class List> Names sorted(List const& list) {
+template <class Cursor, class List>
+Names sorted(List const& list) {
     Names names;
     for (Cursor item(list); item.itemIsAvail() != 0; ++item)
         names += &*item;
@@ -32,11 +33,11 @@ public:
 
     // -1 when contents could not be compared, else 0; differs() tells the rest.
     int dirs(NX_DirInfo const& oldDir, NX_DirInfo const& newDir) {
-        if (merge(sorted<NX_FileInfoVecPtrConst>(oldDir.fileColl()), sorted<NX_FileInfoVecPtrConst>(newDir.fileColl()),
-                  &Difference::files) == -1)
+        if (merge(sorted<NX_FileInfoVecPtrConst>(oldDir.fileColl()),
+                  sorted<NX_FileInfoVecPtrConst>(newDir.fileColl()), &Difference::files) == -1)
             return -1;
-        return merge(sorted<NX_DirInfoVecPtrConst>(oldDir.subColl()), sorted<NX_DirInfoVecPtrConst>(newDir.subColl()),
-                     &Difference::subs);
+        return merge(sorted<NX_DirInfoVecPtrConst>(oldDir.subColl()),
+                     sorted<NX_DirInfoVecPtrConst>(newDir.subColl()), &Difference::subs);
     }
 
     bool differs() const { return differs_; }

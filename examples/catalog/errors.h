@@ -1,4 +1,5 @@
-// examples/catalog/errors.h - the program's own error numbers. Their messages are string resources 25000 plus code.
+// examples/catalog/errors.h - the program's own error numbers. Their messages are string resources 25000 plus
+// code.
 #pragma once
 
 #include "general/error/errornum.h"

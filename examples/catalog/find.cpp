@@ -20,7 +20,8 @@ public:
     bool isOk() const { return !isRegExp_ || regExp_.expIsOk() != 0; }
 
     bool matches(NX_StringA const& name) const {
-        return isRegExp_ ? name.itemNum(regExp_, 0) != NX_NO_INDEX : name.nameWildCompare(text_, NX_CompareWild) == 0;
+        return isRegExp_ ? name.itemNum(regExp_, 0) != NX_NO_INDEX
+                         : name.nameWildCompare(text_, NX_CompareWild) == 0;
     }
 
 private:

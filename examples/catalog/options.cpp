@@ -29,7 +29,8 @@ int fail(NX_ErrorNum num, char const* text) {
     return NxErrorBufText(text);
 }
 
-template <std::size_t Count> bool wordFind(Word const (&words)[Count], char const* text, int& value) {
+template <std::size_t Count>
+bool wordFind(Word const (&words)[Count], char const* text, int& value) {
     for (Word const& word : words) {
         if (std::strcmp(word.text, text) == 0) {
             value = word.value;
@@ -63,8 +64,9 @@ bool optionKnown(Command command, char const* option) {
     static struct {
         char const* option;
         Command command;
-    } const known[] = {{"--pattern", Command::scan},  {"--leave-out", Command::scan}, {"--sort", Command::scan},
-                       {"--files-of", Command::scan}, {"--sort", Command::show},      {"--contents", Command::diff}};
+    } const known[] = {{"--pattern", Command::scan}, {"--leave-out", Command::scan},
+                       {"--sort", Command::scan},    {"--files-of", Command::scan},
+                       {"--sort", Command::show},    {"--contents", Command::diff}};
     for (auto const& entry : known)
         if (entry.command == command && std::strcmp(entry.option, option) == 0)
             return true;

@@ -29,7 +29,8 @@ Progress::~Progress() {
 void Progress::threadRun() {
     NX_StringA line;
     while (threadIsCondemned() == 0) {
-        line.strPrintF(format_.dataPConst(), NxFileInfoFound() - before_, timer_.timeMilliSecElapsed() / 1000);
+        line.strPrintF(format_.dataPConst(), NxFileInfoFound() - before_,
+                       timer_.timeMilliSecElapsed() / 1000);
         std::fprintf(stderr, "\r%s", line.dataPConst());
         NX_TimerSleep(100, 1);
     }

@@ -53,8 +53,8 @@ private:
             if ((info.fileType() & (1u << bit)) != 0)
                 attributes[bit] = letters[bit];
         NX_FileAge8 const& age = info.fileAge();
-        text_.strPrintF("%10lu  %04d/%02d/%02d %02d:%02d:%02d  %s  ", info.fileSize(), age.year, age.month, age.day,
-                        age.hour, age.minute, age.second, attributes);
+        text_.strPrintF("%10lu  %04d/%02d/%02d %02d:%02d:%02d  %s  ", info.fileSize(), age.year, age.month,
+                        age.day, age.hour, age.minute, age.second, attributes);
         std::cout << text_ << NX_StringA(' ', 2 * depth) << static_cast<NX_StringA const&>(info) << '\n';
     }
 

@@ -192,7 +192,9 @@ void NxMemHeapFreeDebug(NX_MemCall*, void** p) {
 }
 
 void* NxMemHeapNewDebug(NX_MemCall*, unsigned int size) {
-    return NXS_MemHeap::request({Way::Raw, nullptr, size});
+    void* const p = NXS_MemHeap::request({Way::Raw, nullptr, size});
+    clear(p, size, NxMemStdSize(p)); // the bytes asked for stay as they come
+    return p;
 }
 
 void NxMemHeapDeleteDebug(void* p) {

@@ -134,7 +134,8 @@ unsigned int NX_VecM::dataReplaceAt(unsigned int pos, unsigned int delQty, char 
 
     NX_VecRefM* const old = vecRef;
     std::less<char const*> const before;
-    bool const own = qty != 0 && !before(items, old->dataPConst()) && before(items, old->dataPEndConst());
+    bool const own =
+        items != nullptr && !before(items, old->dataPConst()) && before(items, old->dataPEndConst());
     bool const inPlace = old->refIsModifiable();
     if (!inPlace)
         collManClone(newCap);

@@ -95,12 +95,13 @@ public:
     unsigned int itemQtyUntilEnd() const { return itemIsAvail() ? itemEnd - itemNow : 0; }
     void operator++() { itemNext(); }
     void operator--() { itemPrev(); }
+    NX_VecM const* collP() const { return coll; }
+    // The current item; null when none is available.
+    char const* itemPConst() const { return itemIsAvail() ? coll->itemPConst(itemNow) : nullptr; }
 
 protected:
     void itemNext() { ++itemNow; } // no check of bounds
     void itemPrev() { --itemNow; }
-    NX_VecM const* collP() const { return coll; }
-    char const* itemPConst() const { return itemIsAvail() ? coll->itemPConst(itemNow) : nullptr; }
 
 private:
     NX_VecM const* coll;
@@ -127,17 +128,19 @@ public:
     void operator--() { itemPrev(); }
     // Deletes the current item, if one is available; the next ++ reaches the item after it.
     void itemDelete();
-    // Deletes item `n` of the vector and stays on the present item. REQUIRES: n < the vector's itemQty().
+    // Deletes item `n` of the vector and stays on the present item; when that is the one deleted, the next ++
+    // reaches the item after it. REQUIRES: n < the vector's itemQty().
     void itemDeleteAt(unsigned int n);
-
-protected:
-    void itemNext() { ++itemNow; }
-    void itemPrev() { --itemNow; }
     NX_VecM* collP() const { return coll; }
+    // The current item; null when none is available. The second makes the vector modifiable first.
     char const* itemPConst() const {
         return itemIsAvail() ? static_cast<NX_VecM const*>(coll)->itemPConst(itemNow) : nullptr;
     }
     char* itemPMod() { return itemIsAvail() ? coll->itemPMod(itemNow) : nullptr; }
+
+protected:
+    void itemNext() { ++itemNow; }
+    void itemPrev() { --itemNow; }
 
 private:
     NX_VecM* coll;

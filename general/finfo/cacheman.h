@@ -1,9 +1,9 @@
 // general/finfo/cacheman.h - caches of file data that give memory back when it runs short.
 //
-// A cache derives from NX_Cache and is registered as long as it lives. The manager keeps the caches in a list that
-// runs through the objects themselves, so that neither registering nor flushing allocates.
-// Threads: registration and flushing may come from any thread. A flush calls the caches on the calling thread with
-// the list locked: a cache must not register or remove another one meanwhile.
+// A cache derives from NX_Cache and is registered as long as it lives. The manager keeps the caches in a list
+// that runs through the objects themselves, so that neither registering nor flushing allocates. Threads:
+// registration and flushing may come from any thread. A flush calls the caches on the calling thread with the
+// list locked: a cache must not register or remove another one meanwhile.
 #pragma once
 
 #include "general/platform/fwd.h"
@@ -41,4 +41,3 @@ private:
 
     NXS_Shared<NX_Cache*> first_{nullptr};
 };
-

@@ -19,9 +19,10 @@ struct NX_DirInfo::ReadPlan {
 
 namespace {
 
-NX_StringA filePattern(NX_StringA const& name, unsigned int dirLength, char const* pattern) {
-    if (name.strLen() > dirLength)
-        return NX_StringA(name(dirLength));
+NX_StringA filePattern(NX_StringA const& name, char const* pattern) {
+    NX_CharASub const own(name.nameBodyExt());
+    if (own.itemQty() != 0)
+        return NX_StringA(own);
     return pattern != nullptr && *pattern != 0 ? pattern : "*.*";
 }
 
@@ -42,16 +43,17 @@ NX_StringA subName(NX_DirInfo const* dir, char const* entry) {
 
 } // namespace
 
-NX_DirInfo::NX_DirInfo(NX_StringA const& name, SortType sort, NX_StringVecA const& leaveOut, NX_FileFindType find,
-                       NX_DirInfo* parent, NX_FileAgeType age, char const* pattern)
+NX_DirInfo::NX_DirInfo(NX_StringA const& name, SortType sort, NX_StringVecA const& leaveOut,
+                       NX_FileFindType find, NX_DirInfo* parent, NX_FileAgeType age, char const* pattern)
     : NX_FileInfo(name, parent, age, 1) {
-    treeRead({filePattern(name, strLen(), pattern), sort, leaveOut, find, age});
+    treeRead({filePattern(name, pattern), sort, leaveOut, find, age});
 }
 
 NX_DirInfo::NX_DirInfo(NX_DirInfoApply* apply, WIN32_FIND_DATAA const* entry)
     : NX_FileInfo(subName(apply->parent, entry->cFileName), apply->parent, apply->age, entry) {}
 
-NX_DirInfo::NX_DirInfo(NX_DirInfo const& other) : NX_FileInfo(other), files_(other.files_), subs_(other.subs_) {
+NX_DirInfo::NX_DirInfo(NX_DirInfo const& other)
+    : NX_FileInfo(other), files_(other.files_), subs_(other.subs_) {
     if (subs_ != nullptr)
         subs_->ownerInc();
     treeAdopt();

@@ -1,10 +1,11 @@
 // general/finfo/dirinfo.h - directory records and trees of them.
 //
-// A directory record is a file record, named with the directory's path and a separator at its end, that holds the
-// list of the directory's files and owns the list of its sub-directories. A record's files and sub-directories point
-// back at it. Copying a record copies the whole tree below it (names stay shared), so that every child points at the
-// record it belongs to; the same holds for records that a vector has to duplicate, sort or move.
-// Failure: reading a tree raises no errors; a directory that cannot be read is empty.
+// A directory record is a file record, named with the directory's path and a separator at its end, that holds
+// the list of the directory's files and owns the list of its sub-directories. A record's files and
+// sub-directories point back at it. Copying a record copies the whole tree below it (names stay shared), so
+// that every child points at the record it belongs to; the same holds for records that a vector has to
+// duplicate, sort or move. Failure: reading a tree raises no errors; a directory that cannot be read is
+// empty.
 #pragma once
 
 #include "general/finfo/fileinfo.h"
@@ -27,17 +28,17 @@ public:
     NX_DirInfo(NX_DirInfo const& other);
     NX_DirInfo& operator=(NX_DirInfo const& other);
     ~NX_DirInfo() override;
-    // Reads the tree at the directory of `name`. What follows the directory part in `name` is the pattern for files,
-    // else `pattern`, else all. `find` and `leaveOut` choose among the files only: every sub-directory is entered that
-    // is neither hidden nor system, nor named with a dot in front. `sort` (null: none) orders each list of
-    // sub-directories before they are read.
+    // Reads the tree at the directory of `name`. What follows the directory part in `name` is the pattern for
+    // files, else `pattern`, else all. `find` and `leaveOut` choose among the files only: every sub-directory
+    // is entered that is neither hidden nor system, nor named with a dot in front. `sort` (null: none) orders
+    // each list of sub-directories before they are read.
     NX_DirInfo(NX_StringA const& name, SortType sort, NX_StringVecA const& leaveOut, NX_FileFindType find,
                NX_DirInfo* parent, NX_FileAgeType age, char const* pattern);
     // From one found entry: named by the parent's name, the entry's and a separator; nothing read below it.
     NX_DirInfo(NX_DirInfoApply* apply, WIN32_FIND_DATAA const* entry);
 
     NX_FileInfoVec const& fileColl() const { return files_; }
-    NX_DirInfoVec const& subColl() const; // empty when it has not been read
+    NX_DirInfoVec const& subColl() const;  // empty when it has not been read
     NX_DirInfoVec const* subCollP() const; // null when it has not been read
 
     // The comparisons of file records, as functions to sort directories by.
@@ -82,16 +83,17 @@ public:
     NX_DirInfoVec() = default;
     NX_DirInfoVec(unsigned int qty, unsigned int cap) : Base(qty, cap) {}
     NX_DirInfoVec(NX_DirInfo const* items, unsigned int qty) : Base(items, qty) { itemAdopt(); }
-    // Lists the directories that `pattern` finds in `where`, as the constructors of NX_FileInfoVec do. `parent`, whose
-    // name begins the records' names, may be null. Nothing below them is read.
+    // Lists the directories that `pattern` finds in `where`, as the constructors of NX_FileInfoVec do.
+    // `parent`, whose name begins the records' names, may be null. Nothing below them is read.
     NX_DirInfoVec(NX_StringA const& where, NX_FileFindType find, NX_DirInfo* parent, NX_FileAgeType age,
                   char const* pattern);
-    NX_DirInfoVec(NX_StringA const& where, NX_StringVecA const& leaveOut, NX_FileFindType find, NX_DirInfo* parent,
-                  NX_FileAgeType age, char const* pattern);
+    NX_DirInfoVec(NX_StringA const& where, NX_StringVecA const& leaveOut, NX_FileFindType find,
+                  NX_DirInfo* parent, NX_FileAgeType age, char const* pattern);
     static void infoAppendSys(NX_DirInfoApply* apply, WIN32_FIND_DATAA const* entry);
 
-    // Lets the children of every record point at the record where it lies now, giving each record a tree of its own.
-    // The members below do so by themselves; call it after changing the vector through a view or a cursor.
+    // Lets the children of every record point at the record where it lies now, giving each record a tree of
+    // its own. The members below do so by themselves; call it after changing the vector through a view or a
+    // cursor.
     void itemAdopt();
 
     // As in NX_VecT.
@@ -103,18 +105,28 @@ public:
         itemAdopt();
     }
     unsigned int itemQtyCap() const { return Base::itemQtyCap(); }
-    unsigned int dataCreateAt(unsigned int pos, unsigned int n) { return adopted(Base::dataCreateAt(pos, n)); }
-    unsigned int dataDeleteAt(unsigned int pos, unsigned int n) { return adopted(Base::dataDeleteAt(pos, n)); }
+    unsigned int dataCreateAt(unsigned int pos, unsigned int n) {
+        return adopted(Base::dataCreateAt(pos, n));
+    }
+    unsigned int dataDeleteAt(unsigned int pos, unsigned int n) {
+        return adopted(Base::dataDeleteAt(pos, n));
+    }
     unsigned int itemDeleteAt(unsigned int pos) { return dataDeleteAt(pos, 1); }
     unsigned int itemAppend(NX_DirInfo const& x) { return adopted(Base::itemAppend(x)); }
-    unsigned int itemInsertAt(unsigned int n, NX_DirInfo const& x) { return adopted(Base::itemInsertAt(n, x)); }
+    unsigned int itemInsertAt(unsigned int n, NX_DirInfo const& x) {
+        return adopted(Base::itemInsertAt(n, x));
+    }
     void operator+=(NX_DirInfo const& x) {
         Base::operator+=(x);
         itemAdopt();
     }
     void operator+=(NX_DirInfoVec const& other) { dataAppend(other.dataPConst(), other.itemQty()); }
-    unsigned int dataAppend(NX_DirInfo const* items, unsigned int qty) { return adopted(Base::dataAppend(items, qty)); }
-    unsigned int dataReplace(NX_DirInfo const* items, unsigned int qty) { return adopted(Base::dataReplace(items, qty)); }
+    unsigned int dataAppend(NX_DirInfo const* items, unsigned int qty) {
+        return adopted(Base::dataAppend(items, qty));
+    }
+    unsigned int dataReplace(NX_DirInfo const* items, unsigned int qty) {
+        return adopted(Base::dataReplace(items, qty));
+    }
     void dataSort(CompareType cmp) {
         Base::dataSort(cmp);
         itemAdopt();

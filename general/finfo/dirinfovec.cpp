@@ -33,8 +33,8 @@ void NXS_DirInfoItems::destroy(NX_DirInfo* items, unsigned int qty) {
         (items++)->~NX_DirInfo();
 }
 
-NX_DirInfoVec::NX_DirInfoVec(NX_StringA const& where, NX_FileFindType find, NX_DirInfo* parent, NX_FileAgeType age,
-                             char const* pattern)
+NX_DirInfoVec::NX_DirInfoVec(NX_StringA const& where, NX_FileFindType find, NX_DirInfo* parent,
+                             NX_FileAgeType age, char const* pattern)
     : NX_DirInfoVec(where, NX_StringVecA(), find, parent, age, pattern) {}
 
 NX_DirInfoVec::NX_DirInfoVec(NX_StringA const& where, NX_StringVecA const& leaveOut, NX_FileFindType find,
@@ -64,7 +64,8 @@ void NX_DirInfoVec::itemAdopt() {
         collManClone(); // which adopts
         return;
     }
-    NX_DirInfo* const items = reinterpret_cast<NX_DirInfo*>(refP()->dataPMod()); // no mark of a change by the caller
+    NX_DirInfo* const items =
+        reinterpret_cast<NX_DirInfo*>(refP()->dataPMod()); // no mark of a change by the caller
     for (; n < qty; ++n)
         items[n].treeAdopt();
 }

@@ -3,8 +3,8 @@
 
 #include "general/finfo/dirinfo.h"
 
-// Vectors move and duplicate records as bytes. A duplicate shares the list, counted here, until its vector gives every
-// record a tree of its own (NX_DirInfoVec::itemAdopt).
+// Vectors move and duplicate records as bytes. A duplicate shares the list, counted here, until its vector
+// gives every record a tree of its own (NX_DirInfoVec::itemAdopt).
 class NXS_DirInfoSubs : public NX_DirInfoVec {
 public:
     NXS_DirInfoSubs() = default;

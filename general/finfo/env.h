@@ -6,15 +6,15 @@
 
 #include "general/finfo/dirinfo.h"
 
-// A directory record named with the full path of the directory that was current when it was made. The tree below it
-// is not read.
+// A directory record named with the full path of the directory that was current when it was made. The tree
+// below it is not read.
 class NX_EXPORT NX_DirCurrent : public NX_DirInfo {
 public:
     NX_DirCurrent();
 };
 
-// A string that holds the value of an environment variable. Constructing from and assigning a text takes it as the
-// name of a variable, not as a value; a name given as a part of a vector is cut to 255 characters.
+// A string that holds the value of an environment variable. Constructing from and assigning a text takes it
+// as the name of a variable, not as a value; a name given as a part of a vector is cut to 255 characters.
 class NX_EXPORT NX_EnvString : public NX_StringA {
 public:
     NX_EnvString(char const* name);
@@ -30,5 +30,6 @@ private:
     void envStrSys(char const* name);
 };
 
-// The value of a variable, or `fallback` when it is not set. Nothing is copied: the value lives in the environment.
+// The value of a variable, or `fallback` when it is not set. Nothing is copied: the value lives in the
+// environment.
 NX_EXPORT char const* NxEnvOrDefault(char const* name, char const* fallback);

@@ -72,8 +72,8 @@ int NX_File::openSys() {
         creation = (mode_ & modeTrunc) != 0 ? CREATE_ALWAYS : OPEN_ALWAYS;
     else if ((mode_ & modeTrunc) != 0)
         creation = TRUNCATE_EXISTING;
-    hand_ = CreateFileA(fileNameP(), fields[mode_ & 3].access, share, nullptr, creation, FILE_ATTRIBUTE_NORMAL,
-                        nullptr);
+    hand_ = CreateFileA(fileNameP(), fields[mode_ & 3].access, share, nullptr, creation,
+                        FILE_ATTRIBUTE_NORMAL, nullptr);
     if (hand_ == INVALID_HANDLE_VALUE)
         return fileERR(nxFileErrorNum(GetLastError()));
     return 0;

@@ -1,11 +1,11 @@
 // general/finfo/file.h - the library's handle on one file of the operating system.
 //
-// A file is opened by the constructor and closed by the destructor; there is no reopening. Positions and sizes are
-// in bytes and 32 bits wide; a position past 2^31 cannot be reached.
-// Operations return 0 for success and -1 for failure; a failure is recorded with the error manager, together with
-// the file's name where the description says so. An operation that fails leaves the file open.
-// Threads: one file object may be used by one thread at a time. Locks and share modes hold between all handles of
-// a file, in this process and in others.
+// A file is opened by the constructor and closed by the destructor; there is no reopening. Positions and
+// sizes are in bytes and 32 bits wide; a position past 2^31 cannot be reached. Operations return 0 for
+// success and -1 for failure; a failure is recorded with the error manager, together with the file's name
+// where the description says so. An operation that fails leaves the file open. Threads: one file object may
+// be used by one thread at a time. Locks and share modes hold between all handles of a file, in this process
+// and in others.
 #pragma once
 
 #include "general/error/errornum.h"
@@ -37,15 +37,17 @@ public:
         lockOff = 0x0,
         lockExclusive = 0x1, // nobody else may lock; otherwise the lock is shared
         lockOn = 0x10,
-        lockOnBoth = 0x30,   // the same as lockOn
-        lockRetry = 0x4000,  // handed to the error manager when locking fails
-        lockWait = 0x8000,   // waits until the range is free
+        lockOnBoth = 0x30,  // the same as lockOn
+        lockRetry = 0x4000, // handed to the error manager when locking fails
+        lockWait = 0x8000,  // waits until the range is free
     };
 
     // Opens the file. On failure the object exists, is closed, and errorNum() tells why: 8402 exists already,
-    // 10440 shared or locked by others, 12489 no access (directories too), 14547 not found, 21060 anything else.
+    // 10440 shared or locked by others, 12489 no access (directories too), 14547 not found, 21060 anything
+    // else.
     NX_File(NX_StringA const& name, OpenMode mode);
-    // The same for the file that name.nameFind(searchList, searchFlag) finds; the name as given when it finds none.
+    // The same for the file that name.nameFind(searchList, searchFlag) finds; the name as given when it finds
+    // none.
     NX_File(NX_StringA const& searchList, int searchFlag, NX_StringA const& name, OpenMode mode);
     NX_File(NX_File const&) = delete;
     NX_File& operator=(NX_File const&) = delete;
@@ -56,12 +58,14 @@ public:
     int fileIsOpenWrite() const;
     int fileIsOpenTrunc() const; // open, and modeTrunc was asked for
     NX_StringA const& fileName();
-    char const* fileNameP();                                   // terminated; valid while the object lives
-    void* fileHand() const { return hand_; }                   // all bits set while closed
-    NX_ErrorNum errorNum() const { return error_.errorNum(); } // of the last failure of this file; 0 after opening
+    char const* fileNameP();                 // terminated; valid while the object lives
+    void* fileHand() const { return hand_; } // all bits set while closed
+    NX_ErrorNum errorNum() const {
+        return error_.errorNum();
+    } // of the last failure of this file; 0 after opening
 
-    // Read exactly `size` bytes, at the current position or at `pos`. Fewer bytes are error 22748; the buffer then
-    // holds what there was.
+    // Read exactly `size` bytes, at the current position or at `pos`. Fewer bytes are error 22748; the buffer
+    // then holds what there was.
     int dataRead(void* buf, unsigned int size);
     int dataReadAt(long pos, void* buf, unsigned int size); // size 0: seeks only
     // Reads up to `size` bytes. Returns the number read, 0 at the end of the file, or -1.
@@ -69,8 +73,9 @@ public:
     // Write exactly `size` bytes. A write cut short is error 16625.
     int dataWrite(void const* buf, unsigned int size);             // size 0: does nothing
     int dataWriteAt(long pos, void const* buf, unsigned int size); // size 0: seeks only
-    // Copies `size` bytes inside the file in pieces of at most 1024 bytes, lowest addresses first: where the target
-    // overlaps the source from above, bytes repeat. Returns size, or NX_NO_INDEX after the first piece that fails.
+    // Copies `size` bytes inside the file in pieces of at most 1024 bytes, lowest addresses first: where the
+    // target overlaps the source from above, bytes repeat. Returns size, or NX_NO_INDEX after the first piece
+    // that fails.
     unsigned long dataCopyAt(long to, long from, unsigned long size);
     // Writes `size` zero bytes at `pos`. Returns size, or NX_NO_INDEX. Size 0 seeks only.
     unsigned long dataZeroAt(long pos, unsigned long size);
@@ -80,10 +85,10 @@ public:
     unsigned long fileSize(); // NX_NO_INDEX on failure; the position is kept
     int fileFlush();          // to the disk; needs a file open for writing
 
-    // Locks or unlocks bytes. The range starts at `pos`. Locking takes `size` bytes; unlocking takes the range of
-    // `pos` bytes at `pos`, whatever the size, so that it undoes locks whose size equals their position; every
-    // other lock lasts until the file is closed. Error 10445 when others hold a conflicting lock, 32869 for a mode
-    // that is none; after a failure the position is recorded.
+    // Locks or unlocks bytes. The range starts at `pos`. Locking takes `size` bytes; unlocking takes the
+    // range of `pos` bytes at `pos`, whatever the size, so that it undoes locks whose size equals their
+    // position; every other lock lasts until the file is closed. Error 10445 when others hold a conflicting
+    // lock, 32869 for a mode that is none; after a failure the position is recorded.
     int fileLockAt(long pos, LockMode mode, long size);
 
     int fileClose(); // 0 when closed already; the file is closed in any case
@@ -92,18 +97,19 @@ public:
     NX_Age fileAge(NX_FileAgeType type) const;
     int fileAge(NX_Age const& age, NX_FileAgeType type);
 
-    // Record a failure of this file: its number, its name, and a place in a source when one is given. Return -1.
+    // Record a failure of this file: its number, its name, and a place in a source when one is given. Return
+    // -1.
     int fileERR(int errorNum);
     int fileERR(int errorNum, char const* file, unsigned int line);
 
-    // By name. Copying replaces an existing target; moving refuses one. Errors as for opening; the target's name is
-    // recorded for a copy, the file's for an erasure, none for a move.
+    // By name. Copying replaces an existing target; moving refuses one. Errors as for opening; the target's
+    // name is recorded for a copy, the file's for an erasure, none for a move.
     static int fileCopy(NX_StringA const& from, NX_StringA const& to);
     static int fileMove(NX_StringA const& from, NX_StringA const& to);
     static int fileErase(NX_StringA const& name);
     // Compares contents: 0 equal, 1 different, -1 when one cannot be opened or the first cannot be read. The
-    // comparison goes by blocks of 4096 bytes and ends, equal, with the file that ends first at a block's boundary:
-    // an empty file equals every other.
+    // comparison goes by blocks of 4096 bytes and ends, equal, with the file that ends first at a block's
+    // boundary: an empty file equals every other.
     static int fileCompare(NX_StringA const& a, NX_StringA const& b);
 
 private:

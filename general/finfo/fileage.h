@@ -1,9 +1,9 @@
 // general/finfo/fileage.h - file times as calendar times of 8 bytes.
 //
-// Times are universal time and come from files with a resolution of two seconds; ageCompare therefore takes times
-// within two seconds of each other for equal. The value of all zeros stands for "no time" and comes before every
-// real time. File times before 1980 read as zero, as do those after 2107.
-// Plain values: no ownership, any thread. Reading a time by name reports no errors.
+// Times are universal time and come from files with a resolution of two seconds; ageCompare therefore takes
+// times within two seconds of each other for equal. The value of all zeros stands for "no time" and comes
+// before every real time. File times before 1980 read as zero, as do those after 2107. Plain values: no
+// ownership, any thread. Reading a time by name reports no errors.
 #pragma once
 
 #include <cstdint>
@@ -57,8 +57,8 @@ public:
 // Writes year/month/day hour:minute:second.hundredths in plain decimal, without padding.
 NX_EXPORT std::ostream& operator<<(std::ostream& os, NX_FileAge8 const& age);
 
-// Save and load. The pointer forms write an object once and refer to it afterwards; loading into a null pointer
-// makes the object with new.
+// Save and load. The pointer forms write an object once and refer to it afterwards; loading into a null
+// pointer makes the object with new.
 NX_EXPORT NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_FileAge8 const& age);
 NX_EXPORT NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_FileAge8 const* age);
 NX_EXPORT NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_FileAge8& age);

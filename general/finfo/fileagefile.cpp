@@ -1,8 +1,8 @@
 // general/finfo/fileagefile.cpp - the times of files, by name and of open files.
+#include "general/finfo/file.h"
 #include "general/error/errorman.h"
 #include "general/finfo/fileagep.h"
 #include "general/finfo/fileop.h"
-#include "general/finfo/file.h"
 
 NX_FileAge8 nxFileAgeOf(FILETIME const& time) {
     NX_FileAge8 age = {};
@@ -43,9 +43,9 @@ NX_Age::NX_Age(NX_StringA const& name, NX_FileAgeType type) : NX_FileAge8{} {
 
 NX_Age::NX_Age(NX_File const& file, NX_FileAgeType type) : NX_FileAge8{} {
     FILETIME time;
-    BOOL const done = GetFileTime(file.fileHand(), type == ageCreate ? &time : nullptr,
-                                  type == ageAccess ? &time : nullptr,
-                                  type == ageCreate || type == ageAccess ? nullptr : &time);
+    BOOL const done =
+        GetFileTime(file.fileHand(), type == ageCreate ? &time : nullptr, type == ageAccess ? &time : nullptr,
+                    type == ageCreate || type == ageAccess ? nullptr : &time);
     if (done) {
         static_cast<NX_FileAge8&>(*this) = nxFileAgeOf(time);
     } else {

@@ -16,8 +16,8 @@ constexpr struct {
     unsigned int type;
     char letter;
 } attributeTypes[] = {
-    {FILE_ATTRIBUTE_ARCHIVE, NX_FileInfoArchive, 'A'},   {FILE_ATTRIBUTE_DIRECTORY, NX_FileInfoDir, 'D'},
-    {FILE_ATTRIBUTE_HIDDEN, NX_FileInfoHidden, 'H'},     {FILE_ATTRIBUTE_READONLY, NX_FileInfoReadOnly, 'R'},
+    {FILE_ATTRIBUTE_ARCHIVE, NX_FileInfoArchive, 'A'}, {FILE_ATTRIBUTE_DIRECTORY, NX_FileInfoDir, 'D'},
+    {FILE_ATTRIBUTE_HIDDEN, NX_FileInfoHidden, 'H'},   {FILE_ATTRIBUTE_READONLY, NX_FileInfoReadOnly, 'R'},
     {FILE_ATTRIBUTE_SYSTEM, NX_FileInfoSystem, 'S'},
 };
 
@@ -44,14 +44,19 @@ NX_FileInfo::NX_FileInfo(NX_StringA const& name, NX_DirInfo* parent, NX_FileAgeT
     }
     NX_StringA entry(*this);
     unsigned int const length = strLen();
-    if (length == 0 || nameIsDrive())
-        entry += '.';
-    else {
+    if (length == 0 || nameIsDrive()) {
+        infoReadSys((entry + ".").dataPConst(), type);
+    } else if (NX_StringA::nameIsDir() != 0) { // a root has an entry only where the system lists it in itself
+        if (!infoReadSys((entry + ".").dataPConst(), type)) {
+            entry.strLen(length - 1, 0);
+            infoReadSys((entry + ".").dataPConst(), type);
+        }
+    } else {
+        if (length < name.strLen() && nameIsDirSep(name[length]))
+            *this += name[length]; // the separator as it was written
         nameIsDir(1);
-        if (length == strLen()) // a root, which has an entry under no other name
-            entry += '.';
+        infoReadSys(entry.dataPConst(), type);
     }
-    infoReadSys(entry.dataPConst(), type);
 }
 
 NX_FileInfo::NX_FileInfo(NX_FileInfoApply* apply, WIN32_FIND_DATAA const* entry)
@@ -77,17 +82,18 @@ void NX_FileInfo::infoSet(NX_FileAgeType type, WIN32_FIND_DATAA const* entry) {
             type_ |= each.type;
 }
 
-void NX_FileInfo::infoReadSys(char const* name, NX_FileAgeType type) {
+bool NX_FileInfo::infoReadSys(char const* name, NX_FileAgeType type) {
     WIN32_FIND_DATAA entry;
     HANDLE const search = FindFirstFileA(name, &entry);
     if (search == INVALID_HANDLE_VALUE)
-        return;
+        return false;
     FindClose(search);
     infoSet(type, &entry);
+    return true;
 }
 
 int NX_FileInfo::nameCompare(NX_FileInfo const& other) const {
-    return strCompare(static_cast<NX_StringA const&>(other), static_cast<NX_CompareType>(2));
+    return strCompare(static_cast<NX_StringA const&>(other), NX_CompareFold);
 }
 
 int NX_FileInfo::sizeCompare(NX_FileInfo const& other) const {

@@ -26,7 +26,7 @@ bool isLeftOut(char const* name, NX_StringVecA const& leaveOut) {
             length = static_cast<int>(std::strlen(name));
         NX_StringA const& pattern = leaveOut[n];
         if (NxTextCompare(name, length, pattern.dataPConst(), static_cast<int>(pattern.strLen()),
-                          static_cast<NX_CompareType>(6)) == 0)
+                          NX_CompareWildFold) == 0)
             return true;
     }
     return false;
@@ -72,18 +72,24 @@ void NxFileInfoApplySys(void (*apply)(void* context, WIN32_FIND_DATAA const* ent
                         NX_StringA const& pattern, NX_StringVecA const& leaveOut, NX_FileFindType find) {
     NXS_FindFilter const filter(find, leaveOut);
     WIN32_FIND_DATAA entry;
-    HANDLE const search = FindFirstFileA(pattern.dataPConst(), &entry);
+    // A hint that saves asking for the times of files nobody wants; the attributes still decide.
+    FINDEX_SEARCH_OPS const kind =
+        filter.isForDirectories() ? FindExSearchLimitToDirectories : FindExSearchNameMatch;
+    HANDLE const search =
+        FindFirstFileExA(pattern.dataPConst(), FindExInfoStandard, &entry, kind, nullptr, 0);
     if (search == INVALID_HANDLE_VALUE)
         return;
     do {
-        if (filter.passes(entry))
-            apply(context, &entry);
+        if (!filter.passes(entry))
+            continue;
+        found.fetch_add(1, std::memory_order_relaxed);
+        apply(context, &entry);
     } while (FindNextFileA(search, &entry));
     FindClose(search);
 }
 
-NX_FileInfoVec::NX_FileInfoVec(NX_StringA const& where, NX_FileFindType find, NX_DirInfo* parent, NX_FileAgeType age,
-                               char const* pattern, int withDir)
+NX_FileInfoVec::NX_FileInfoVec(NX_StringA const& where, NX_FileFindType find, NX_DirInfo* parent,
+                               NX_FileAgeType age, char const* pattern, int withDir)
     : NX_FileInfoVec(where, NX_StringVecA(), find, parent, age, pattern, withDir) {}
 
 NX_FileInfoVec::NX_FileInfoVec(NX_StringA const& where, NX_StringVecA const& leaveOut, NX_FileFindType find,

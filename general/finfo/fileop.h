@@ -1,4 +1,5 @@
-// Private header. general/finfo/fileop.h - the shape of a file operation: a system call, its error, another try.
+// Private header. general/finfo/fileop.h - the shape of a file operation: a system call, its error, another
+// try.
 #pragma once
 
 #include "general/error/errorman.h"
@@ -10,9 +11,10 @@ inline constexpr char nxFileSource[] = "general/finfo/file";
 // The error number of a failed system call on a file: by the class of the system's code.
 int nxFileErrorNum(DWORD sysCode);
 
-// Repeats `op`, which records its error and returns -1 or returns 0, as the error manager allows. Errors of tries before
-// the last one are forgotten when that one succeeds.
-template <class Op> int nxFileRetry(Op op) {
+// Repeats `op`, which records its error and returns -1 or returns 0, as the error manager allows. Errors of
+// tries before the last one are forgotten when that one succeeds.
+template <class Op>
+int nxFileRetry(Op op) {
     NX_ErrorMan scope(NX_ErrorManSysReset);
     do {
         if (op() == 0)

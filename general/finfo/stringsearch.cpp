@@ -70,7 +70,8 @@ NX_StringA appDir() {
     return NX_StringA(buffer, len < sizeof buffer ? len : 0).nameOfDir();
 }
 
-template <class Ask> NX_StringA dirOfSys(Ask ask) {
+template <class Ask>
+NX_StringA dirOfSys(Ask ask) {
     char buffer[dirBufferSize];
     UINT const len = ask(buffer, sizeof buffer);
     return NX_StringA(buffer, len < sizeof buffer ? len : 0);

@@ -25,8 +25,8 @@ constexpr int errorTypeTextFirst = 29500;
 
 constexpr int textSize = 257;
 
-// The memory-shortage box, made before memory runs out. Text 25500 is also the resource text of error 16884, whose
-// built-in text serves when the program brings none.
+// The memory-shortage box, made before memory runs out. Text 25500 is also the resource text of error 16884,
+// whose built-in text serves when the program brings none.
 struct MemBox {
     NX_ResString text{errorTextFirst + (errorNumMemFull & 0x7FF)};
     NX_WinMessageBoxTitle title{errorTextFirst + (errorNumMemFull & 0x7FF)};
@@ -75,8 +75,8 @@ NX_App::NX_App(NX_MainInfo const& info)
 NX_App::~NX_App() {
     // A version check may have unregistered the application: the primary thread is known through it.
     NxAppPInitDll(this);
-    // The primary thread's object leaves the registry before it is freed, while the application is still known, so
-    // that an error recorded from here on finds the process-wide defaults.
+    // The primary thread's object leaves the registry before it is freed, while the application is still
+    // known, so that an error recorded from here on finds the process-wide defaults.
     if (thread_ != nullptr) {
         NxThreadPDelete(thread_->threadId());
         delete thread_;

@@ -4,7 +4,8 @@ NX_Dll::NX_Dll(NX_ResLibRep* rep) : NX_ResLib(rep) {}
 
 NX_Dll::NX_Dll(NX_StringA const& name) : NX_ResLib(name, resLibTypeDll) {}
 
-NX_Dll::NX_Dll(NX_StringA const& name, NX_StringA const& directory) : NX_ResLib(name, directory, resLibTypeDll) {}
+NX_Dll::NX_Dll(NX_StringA const& name, NX_StringA const& directory)
+    : NX_ResLib(name, directory, resLibTypeDll) {}
 
 int NX_Dll::dllOpen(NX_StringA const& name) {
     return resLibOpen(name, resLibTypeDll);

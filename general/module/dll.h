@@ -1,6 +1,7 @@
 // general/module/dll.h - dynamically loaded modules.
 //
-// NX_Dll is a resource library whose type is fixed: a loadable module, shared by reference with every other holder.
+// NX_Dll is a resource library whose type is fixed: a loadable module, shared by reference with every other
+// holder.
 #pragma once
 
 #include "general/module/reslib.h"

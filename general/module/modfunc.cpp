@@ -43,7 +43,8 @@ int NX_ModFunc::funcP(HINSTANCE module, char const* name, short ordinal) {
         return NxERROR(errorNumFuncUsage);
     // The system takes an ordinal in place of the name's address.
     char const* const key =
-        ordinal == 0 ? name : reinterpret_cast<char const*>(std::uintptr_t{static_cast<std::uint16_t>(ordinal)});
+        ordinal == 0 ? name
+                     : reinterpret_cast<char const*>(std::uintptr_t{static_cast<std::uint16_t>(ordinal)});
     address_ = reinterpret_cast<Address>(reinterpret_cast<void (*)()>(GetProcAddress(module, key)));
     if (address_ != nullptr)
         return 0;

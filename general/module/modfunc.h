@@ -1,7 +1,7 @@
 // general/module/modfunc.h - functions of loaded modules, by name or by ordinal.
 //
-// A program derives a typed function class from NX_ModFunc. The object is one address; it does not hold the module
-// loaded: whoever calls through it keeps an NX_Dll.
+// A program derives a typed function class from NX_ModFunc. The object is one address; it does not hold the
+// module loaded: whoever calls through it keeps an NX_Dll.
 #pragma once
 
 #include "general/module/dll.h"
@@ -23,9 +23,9 @@ protected:
     NX_ModFunc(NX_Dll module, char const* name);
     NX_ModFunc(NX_Dll module, short ordinal);
 
-    // 0: found. -1: the address is null and an error is recorded: 32870 without a module; 14497 when the module does
-    // not export the function, with F (the module's file), T (the name, when one was given) and S (system code).
-    // An ordinal is an unsigned 16-bit number; 0 means that the name counts.
+    // 0: found. -1: the address is null and an error is recorded: 32870 without a module; 14497 when the
+    // module does not export the function, with F (the module's file), T (the name, when one was given) and S
+    // (system code). An ordinal is an unsigned 16-bit number; 0 means that the name counts.
     int funcP(HINSTANCE module, char const* name);
     int funcP(HINSTANCE module, short ordinal);
     int funcP(NX_Dll module, char const* name);

@@ -68,7 +68,8 @@ NX_StringA joined(NX_StringA const& name, NX_StringA const& directory) {
 
 } // namespace
 
-NX_ResLibRep::NX_ResLibRep(NX_StringA const& givenName, NX_ResLibType givenType, HINSTANCE givenModule, int isOwner)
+NX_ResLibRep::NX_ResLibRep(NX_StringA const& givenName, NX_ResLibType givenType, HINSTANCE givenModule,
+                           int isOwner)
     : NX_RefCountRep(refMultiThread), name(givenName), type(givenType), module(givenModule),
       isOwner_(isOwner) {
     if (module != nullptr) {

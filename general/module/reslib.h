@@ -1,10 +1,10 @@
 // general/module/reslib.h - resource libraries: loaded modules shared by reference.
 //
-// A resource library names a module (a dynamic library) and, once opened, holds it loaded. All libraries opened on
-// the same module share one representation; the module is unloaded when the last of them lets go.
-// Ownership: values that count references; copies share. Threads: different objects may be used from different
-// threads, also on one module; one object may not.
-// Failure: -1 through the error manager, as each operation says.
+// A resource library names a module (a dynamic library) and, once opened, holds it loaded. All libraries
+// opened on the same module share one representation; the module is unloaded when the last of them lets go.
+// Ownership: values that count references; copies share. Threads: different objects may be used from
+// different threads, also on one module; one object may not. Failure: -1 through the error manager, as each
+// operation says.
 #pragma once
 
 #include "general/collm/refcount.h"
@@ -25,8 +25,8 @@ public:
     // Shares an existing representation; null: no library.
     explicit NX_ResLib(NX_ResLibRep* rep);
 
-    // A library with a name, not yet opened. With a directory, the module is looked for there and nowhere else;
-    // without one the system's order applies (the program's directory first).
+    // A library with a name, not yet opened. With a directory, the module is looked for there and nowhere
+    // else; without one the system's order applies (the program's directory first).
     NX_ResLib(NX_StringA const& name, NX_ResLibType type);
     NX_ResLib(NX_StringA const& name, NX_StringA const& directory, NX_ResLibType type);
 
@@ -34,10 +34,10 @@ public:
     NX_ResLib& operator=(NX_ResLib const& other);
     ~NX_ResLib();
 
-    // Opens the module `name` and shares it with every other holder of it. A name without extension gets the system's.
-    // 1: open (also when it was open before); 0: the name is empty, nothing is changed; -1: not opened, the library
-    // stays as it was, with the name recorded as F: 10440 locked, 12489 access refused, 14498 not found,
-    // 22749 not a valid module, 21060 anything else.
+    // Opens the module `name` and shares it with every other holder of it. A name without extension gets the
+    // system's. 1: open (also when it was open before); 0: the name is empty, nothing is changed; -1: not
+    // opened, the library stays as it was, with the name recorded as F: 10440 locked, 12489 access refused,
+    // 14498 not found, 22749 not a valid module, 21060 anything else.
     int resLibOpen(NX_StringA const& name, NX_ResLibType type);
     int resLibOpen(NX_StringA const& name, NX_StringA const& directory, NX_ResLibType type);
 
@@ -61,9 +61,9 @@ public:
     // The file name of a loaded module as the system reports it; null means the program. Empty on failure.
     static NX_StringA resLibNameSys(HINSTANCE module);
 
-    // Loads the string resource `id` into `buffer` of `size` characters, cut and terminated. Returns the number of
-    // characters without the terminator; 0 when there is no such string (an empty text counts as none), when the
-    // library is not open, or when `size` is less than 2. Records nothing.
+    // Loads the string resource `id` into `buffer` of `size` characters, cut and terminated. Returns the
+    // number of characters without the terminator; 0 when there is no such string (an empty text counts as
+    // none), when the library is not open, or when `size` is less than 2. Records nothing.
     int resTextLoad(char* buffer, int size, int id) const;
 
 private:

@@ -27,8 +27,8 @@ int NxBaseDllValidate(NX_BaseVersion const* version, NX_MainInfo const* info) {
     NX_BaseVersion const& own = NX_BASE_VERSION;
     int const textSize = static_cast<int>(sizeof own.text);
     if (version->major == own.major && version->minor == own.minor &&
-        NxTextCompare(version->text, NxTextLen(version->text, textSize), own.text, NxTextLen(own.text, textSize),
-                      NX_CompareExact) == 0)
+        NxTextCompare(version->text, NxTextLen(version->text, textSize), own.text,
+                      NxTextLen(own.text, textSize), NX_CompareExact) == 0)
         return 0;
     return MismatchBox(*info).appBegin();
 }

@@ -18,10 +18,9 @@ NX_PersistTextLoad& NX_DirInfo::dataLoad(NX_PersistTextLoad& load) {
     if (Loader::isStrict(load))
         in.dirOpen = this;
     load >> files_;
-    in.itemBytesMin = nxInfoBytesMin;
     NXS_DirInfoSubs* subs = nullptr;
     unsigned int const known = Loader::lastNumber(load);
-    nxPersistLoad(load, subs, nxPersistDirSubs);
+    nxPersistLoad(load, subs, nxPersistDirSubs, nxInfoBytesMin);
     if (subs != nullptr && Loader::lastNumber(load) == known) { // a list that another record owns already
         if (Loader::isStrict(load)) {
             Loader::fail(load);
@@ -94,6 +93,5 @@ NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_DirInfoVec& coll) {
 }
 
 NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_DirInfoVec*& coll) {
-    NXS_PersistLoader::in(load).itemBytesMin = nxInfoBytesMin;
-    return nxPersistLoad(load, coll, nxPersistDirInfoVec);
+    return nxPersistLoad(load, coll, nxPersistDirInfoVec, nxInfoBytesMin);
 }

@@ -9,7 +9,8 @@ NXS_PersistIn::NXS_PersistIn() {
 }
 
 bool NXS_PersistIn::open(char const* name, int openMode) {
-    if (std::filebuf::open(name, static_cast<std::ios_base::openmode>(openMode) | std::ios_base::in) == nullptr)
+    if (std::filebuf::open(name, static_cast<std::ios_base::openmode>(openMode) | std::ios_base::in) ==
+        nullptr)
         return false;
     pos_type const start = pubseekoff(0, std::ios_base::cur, std::ios_base::in);
     pos_type const end = pubseekoff(0, std::ios_base::end, std::ios_base::in);
@@ -33,7 +34,8 @@ unsigned int NXS_PersistIn::lineRead(char* p, unsigned int n) {
     unsigned int done = 0;
     while (done < n && peek() >= 0) {
         auto const here = std::min<std::ptrdiff_t>(egptr() - gptr(), n - done);
-        auto const* const end = static_cast<char const*>(std::memchr(gptr(), '\n', static_cast<std::size_t>(here)));
+        auto const* const end =
+            static_cast<char const*>(std::memchr(gptr(), '\n', static_cast<std::size_t>(here)));
         auto const count = end != nullptr ? end - gptr() : here;
         std::memcpy(p + done, gptr(), static_cast<std::size_t>(count));
         gbump(static_cast<int>(count));
@@ -50,11 +52,13 @@ std::uint64_t NXS_PersistIn::bytesLeft() const {
 }
 
 long NXS_PersistIn::position() {
-    return static_cast<std::int32_t>(static_cast<off_type>(pubseekoff(0, std::ios_base::cur, std::ios_base::in)));
+    return static_cast<std::int32_t>(
+        static_cast<off_type>(pubseekoff(0, std::ios_base::cur, std::ios_base::in)));
 }
 
-NXS_PersistLoader::Ref NXS_PersistLoader::refLoad(NX_PersistTextLoad& load, void* p, NXS_PersistType const& type,
-                                                  void** found, void const* openAllowed) {
+NXS_PersistLoader::Ref NXS_PersistLoader::refLoad(NX_PersistTextLoad& load, void* p,
+                                                  NXS_PersistType const& type, void** found,
+                                                  void const* openAllowed) {
     unsigned int number;
     Ref const ref = static_cast<Ref>(load.refLoad(&number));
     if (ref != refObject)
@@ -83,8 +87,9 @@ NXS_PersistLoader::Ref NXS_PersistLoader::refLoad(NX_PersistTextLoad& load, void
     return refObject;
 }
 
-NXS_PersistLoader::Ref NXS_PersistLoader::blockLoad(NX_PersistTextLoad& load, std::type_info const& vectorClass,
-                                                    unsigned int itemSize, NX_VecRefM** found) {
+NXS_PersistLoader::Ref NXS_PersistLoader::blockLoad(NX_PersistTextLoad& load,
+                                                    std::type_info const& vectorClass, unsigned int itemSize,
+                                                    NX_VecRefM** found) {
     unsigned int number;
     Ref const ref = static_cast<Ref>(load.refLoad(&number));
     if (ref != refObject)
@@ -96,7 +101,8 @@ NXS_PersistLoader::Ref NXS_PersistLoader::blockLoad(NX_PersistTextLoad& load, st
         usable = meta.type == &nxPersistBlock && block->itemSize() == itemSize;
     if (usable && isStrict(load) && itemSize != 1) {
         // Lists shared between directories would be directories that lie in two places.
-        usable = *meta.items == vectorClass && !meta.open && (in(load).dirOpen == nullptr || block->itemQty() == 0);
+        usable = *meta.items == vectorClass && !meta.open &&
+                 (in(load).dirOpen == nullptr || block->itemQty() == 0);
     }
     if (!usable) {
         fail(load);
@@ -108,11 +114,9 @@ NXS_PersistLoader::Ref NXS_PersistLoader::blockLoad(NX_PersistTextLoad& load, st
 
 bool NXS_PersistLoader::itemQtyLoad(NX_PersistTextLoad& load, unsigned int* qty) {
     NXS_PersistIn& buffer = in(load);
-    unsigned int const bytesMin = buffer.itemBytesMin;
-    buffer.itemBytesMin = 1;
     *qty = 0;
     load >> *qty;
-    if (!load.fail() && *qty <= buffer.bytesLeft() / bytesMin)
+    if (!load.fail() && *qty <= buffer.bytesLeft() / buffer.itemBytesMin)
         return true;
     fail(load);
     return false;

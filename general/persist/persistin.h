@@ -1,5 +1,5 @@
-// Private header. general/persist/persistin.h - the buffer behind a load stream, and what the load operators of the
-// library's types know of the objects loaded so far.
+// Private header. general/persist/persistin.h - the buffer behind a load stream, and what the load operators
+// of the library's types know of the objects loaded so far.
 #pragma once
 
 #include <fstream>
@@ -23,7 +23,8 @@ inline constexpr NXS_PersistType nxPersistFileInfo{28, &nxPersistTextVec};
 inline constexpr NXS_PersistType nxPersistDirInfo{40, &nxPersistFileInfo};
 inline constexpr NXS_PersistType nxPersistFileInfoVec{8, nullptr};
 inline constexpr NXS_PersistType nxPersistDirInfoVec{8, nullptr};
-inline constexpr NXS_PersistType nxPersistDirSubs{8, &nxPersistDirInfoVec}; // the list that a directory record owns
+inline constexpr NXS_PersistType nxPersistDirSubs{
+    8, &nxPersistDirInfoVec}; // the list that a directory record owns
 
 // Beside each entry of a loader's object table.
 struct NXS_PersistMeta {
@@ -79,8 +80,9 @@ public:
     static bool isFailed(NX_PersistTextLoad const& load) { return load.errorNum_ != 0; }
     static void fail(NX_PersistTextLoad& load) { load.loadERR(errorNumPersistText); }
 
-    // Reads a reference to an object of the given type. *found: the object, null for the null pointer. When `p` is not
-    // null only a definition, or itself, may come. `openAllowed` may be referred to although it is being loaded.
+    // Reads a reference to an object of the given type. *found: the object, null for the null pointer. When
+    // `p` is not null only a definition, or itself, may come. `openAllowed` may be referred to although it is
+    // being loaded.
     static Ref refLoad(NX_PersistTextLoad& load, void* p, NXS_PersistType const& type, void** found,
                        void const* openAllowed = nullptr);
     // Reads a reference to a block that a vector of this class can share.
@@ -105,9 +107,11 @@ public:
     }
 };
 
-// The pointer form of loading an object of a library type.
+// The pointer form of loading an object of a library type. Of a vector, every item takes up `itemBytesMin` at
+// least.
 template <class T>
-NX_PersistTextLoad& nxPersistLoad(NX_PersistTextLoad& load, T*& p, NXS_PersistType const& type) {
+NX_PersistTextLoad& nxPersistLoad(NX_PersistTextLoad& load, T*& p, NXS_PersistType const& type,
+                                  unsigned int itemBytesMin = 1) {
     using Loader = NXS_PersistLoader;
     void* found = nullptr;
     Loader::Ref const ref = Loader::refLoad(load, p, type, &found);
@@ -127,7 +131,10 @@ NX_PersistTextLoad& nxPersistLoad(NX_PersistTextLoad& load, T*& p, NXS_PersistTy
     unsigned int const number = Loader::append(load, p, type);
     Loader::openSet(load, number, true);
     if constexpr (std::is_base_of_v<NX_VecM, T>) {
-        if (!p->refIsLoaded(load)) {
+        Loader::in(load).itemBytesMin = itemBytesMin;
+        int const isLoaded = p->refIsLoaded(load);
+        Loader::in(load).itemBytesMin = 1;
+        if (!isLoaded) {
             unsigned int const block = Loader::lastNumber(load);
             Loader::openSet(load, block, true);
             p->dataLoad(load);

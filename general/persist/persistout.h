@@ -1,4 +1,5 @@
-// Private header. general/persist/persistout.h - the buffer behind a save stream and the index of its object table.
+// Private header. general/persist/persistout.h - the buffer behind a save stream and the index of its object
+// table.
 #pragma once
 
 #include <cstring>
@@ -8,17 +9,16 @@
 
 inline constexpr std::streamsize nxPersistBufSize = 65536;
 
-// Finds an address in the object table: the numbers of its entries, spread by address. Entry 0 is never in it.
+// Finds an address in the object table: the numbers of its entries, spread by address. Entry 0 is never in
+// it.
 class NXS_PersistIndex {
 public:
-    // The number of the entry of `p`, or NX_NO_INDEX.
-    unsigned int find(void const* p, NX_PersistPVec const& table) const;
-    // Takes in the table's last entry.
-    void add(NX_PersistPVec const& table);
+    // The number of the entry of `p`. NX_NO_INDEX: there is none; the next entry of the table must become it.
+    unsigned int take(void const* p, NX_PersistPVec const& table);
 
 private:
     static unsigned int place(void const* p, unsigned int mask);
-    void put(void const* p, unsigned int number);
+    void grow(NX_PersistPVec const& table);
 
     NX_VecT<unsigned int> slots_; // a power of two of them, 0 in a free one
 };

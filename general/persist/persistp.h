@@ -1,7 +1,7 @@
 // general/persist/persistp.h - the table of the objects that a persistence stream has met.
 //
-// An object's index in the table is the number by which the text refers to it; entry 0 is the null pointer. The table
-// owns nothing.
+// An object's index in the table is the number by which the text refers to it; entry 0 is the null pointer.
+// The table owns nothing.
 #pragma once
 
 #include "general/collm/v4x.h"

@@ -1,4 +1,6 @@
 // general/persist/pfileage.cpp - saving and loading file times.
+#include <charconv>
+
 #include "general/finfo/fileage.h"
 #include "general/persist/persistin.h"
 
@@ -15,9 +17,22 @@ void fieldLoad(NX_PersistTextLoad& load, char mark, std::uint8_t& field) {
 
 } // namespace
 
+// As one text, with the blank that dataSave puts in front.
 NX_PersistTextSave& NX_FileAge8::dataSave(NX_PersistTextSave& save) const {
-    return save << ' ' << year << '/' << int{month} << '/' << int{day} << ' ' << int{hour} << ':' << int{minute} << ':'
-                << int{second} << '.' << int{hundredths};
+    char text[80];
+    char* end = text;
+    auto const field = [&](unsigned int value, char mark) {
+        end = std::to_chars(end, end + 10, value).ptr;
+        *end++ = mark;
+    };
+    field(year, '/');
+    field(month, '/');
+    field(day, ' ');
+    field(hour, ':');
+    field(minute, ':');
+    field(second, '.');
+    field(hundredths, 0);
+    return save.dataSave(text, static_cast<unsigned int>(end - text - 1));
 }
 
 NX_PersistTextLoad& NX_FileAge8::dataLoad(NX_PersistTextLoad& load) {

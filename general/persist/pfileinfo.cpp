@@ -92,6 +92,5 @@ NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_FileInfoVec& coll) {
 }
 
 NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_FileInfoVec*& coll) {
-    NXS_PersistLoader::in(load).itemBytesMin = nxInfoBytesMin;
-    return nxPersistLoad(load, coll, nxPersistFileInfoVec);
+    return nxPersistLoad(load, coll, nxPersistFileInfoVec, nxInfoBytesMin);
 }

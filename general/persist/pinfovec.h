@@ -1,4 +1,5 @@
-// Private header. general/persist/pinfovec.h - how lists of file and of directory records are saved and loaded.
+// Private header. general/persist/pinfovec.h - how lists of file and of directory records are saved and
+// loaded.
 #pragma once
 
 #include "general/persist/persistin.h"
@@ -15,7 +16,8 @@ NX_PersistTextSave& nxInfoVecSave(NX_PersistTextSave& save, Info const* items, u
 }
 
 // Into records that stay where they are: the numbers that refer to them stand for their addresses.
-template <class InfoVec> NX_PersistTextLoad& nxInfoVecLoad(NX_PersistTextLoad& load, InfoVec& coll) {
+template <class InfoVec>
+NX_PersistTextLoad& nxInfoVecLoad(NX_PersistTextLoad& load, InfoVec& coll) {
     NXS_PersistLoader::markLoad(load, '(');
     if (unsigned int qty = coll.itemQty(); qty != 0) { // an empty list keeps its constant block
         for (auto* item = coll.dataPMod(); qty != 0 && !NXS_PersistLoader::isFailed(load); --qty)

@@ -18,7 +18,8 @@ NX_PersistTextLoad::NX_PersistTextLoad(char const* fileName, int openMode, int) 
     loadInit(fileName, openMode);
 }
 
-NX_PersistTextLoad::NX_PersistTextLoad(NX_StringA const& fileName, int openMode, int) : in_(new NXS_PersistIn) {
+NX_PersistTextLoad::NX_PersistTextLoad(NX_StringA const& fileName, int openMode, int)
+    : in_(new NXS_PersistIn) {
     loadInit(fileName.dataPConst(), openMode);
 }
 
@@ -113,9 +114,10 @@ NX_PersistTextLoad& NX_PersistTextLoad::operator>>(unsigned char& ch) {
     return *this >> reinterpret_cast<char&>(ch);
 }
 
-// As the stream library reads a decimal number: a sign is allowed, also before an unsigned one, which then wraps; a
-// value out of range fails and becomes the nearest one, no digits fail and give 0.
-template <class T> void NX_PersistTextLoad::numberLoad(T& value) {
+// As the stream library reads a decimal number: a sign is allowed, also before an unsigned one, which then
+// wraps; a value out of range fails and becomes the nearest one, no digits fail and give 0.
+template <class T>
+void NX_PersistTextLoad::numberLoad(T& value) {
     if (!sentry()) {
         if (errorNum_ != 0)
             value = 0;
@@ -186,7 +188,8 @@ NX_PersistTextLoad& NX_PersistTextLoad::operator>>(unsigned long& value) {
     return *this;
 }
 
-template <class T> void NX_PersistTextLoad::floatLoad(T& value) {
+template <class T>
+void NX_PersistTextLoad::floatLoad(T& value) {
     if (errorNum_ != 0)
         value = 0;
     else

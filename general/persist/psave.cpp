@@ -8,7 +8,8 @@ NX_PersistTextSave::NX_PersistTextSave(char const* fileName, int openMode, int) 
     saveInit(fileName, openMode);
 }
 
-NX_PersistTextSave::NX_PersistTextSave(NX_StringA const& fileName, int openMode, int) : out_(new NXS_PersistOut) {
+NX_PersistTextSave::NX_PersistTextSave(NX_StringA const& fileName, int openMode, int)
+    : out_(new NXS_PersistOut) {
     saveInit(fileName.dataPConst(), openMode);
 }
 
@@ -69,15 +70,13 @@ NX_PersistTextSave& NX_PersistTextSave::dataSave(char const* p, unsigned int n) 
 }
 
 int NX_PersistTextSave::pIsSaved(void const* p, unsigned int size) {
-    unsigned int const number = p == nullptr ? 0 : out_->index.find(p, table_);
-    char text[16] = {'\n', 'D'};
+    unsigned int const number = p == nullptr ? 0 : out_->index.take(p, table_);
     if (number == NX_NO_INDEX) {
         table_ += NX_PersistP{p, size};
-        out_->index.add(table_);
-        textSave(text, 2);
+        textSave("\nD", 2);
         return 0;
     }
-    text[1] = 'P';
+    char text[16] = {'\n', 'P'};
     textSave(text, std::to_chars(text + 2, text + sizeof text, number).ptr - text);
     return 1;
 }

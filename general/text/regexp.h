@@ -38,6 +38,8 @@ struct NXS_RegExpStart {
 };
 
 // The compiled program, 128 units (see regexpcode.h), is the vector's contents.
+// The program is changed by assignment only: which bytes can begin a match is worked out once for each
+// program.
 class NX_EXPORT NX_RegExpA : public NX_UShortVec {
 public:
     enum EXP_Status : int {

@@ -84,8 +84,8 @@ NX_EXPORT NX_TextW1Ptr NxTextSet2(NX_TextW1Ptr dst, int ch0, int ch1, int count)
 NX_EXPORT NX_TextA1Ptr NxTextSetSeq(NX_TextA1Ptr dst, int first, int count);
 NX_EXPORT NX_TextW1Ptr NxTextSetSeq(NX_TextW1Ptr dst, int first, int count);
 
-// A terminated copy from NxMemStdAlloc, which the caller frees with NxMemHeapFree. The counted form copies
-// `len` units and appends `extra` before the zero unless it is -1.
+// A terminated copy from NxMemStdAlloc, which the caller frees: void* p = text; NxMemHeapFree(&p). The
+// counted form copies `len` units and appends `extra` before the zero unless it is -1.
 NX_EXPORT NX_TextA1Ptr NxTextDup(NX_TextA1PtrConst src);
 NX_EXPORT NX_TextW1Ptr NxTextDup(NX_TextW1PtrConst src);
 NX_EXPORT NX_TextA1Ptr NxTextDup(NX_TextA1PtrConst src, int len, int extra);

@@ -122,6 +122,8 @@ unsigned int NX_CharASub::strCharLast(char const* set) const {
 }
 
 unsigned int NX_CharASub::strStrFirst(char const* text) const {
+    if (itemQty() == 0)
+        return NX_NO_INDEX;
     return indexOf(NxTextFind(textP(), nxTextCount(itemQty()), NX_TextA1PtrConst(text ? text : "")));
 }
 

@@ -29,7 +29,8 @@ NX_CharASub NX_TokenizerA::operator()() {
 }
 
 unsigned int NX_TokenizerA::itemNum(char const* separators) {
-    if (char const* const rest = restP())
-        position_ += static_cast<unsigned int>(NxTextSpan(rest, separators));
+    char const* const rest = restP();
+    position_ = rest != nullptr ? position_ + static_cast<unsigned int>(NxTextSpan(rest, separators))
+                                : string_->itemQty();
     return position_;
 }

@@ -44,6 +44,8 @@ NX_EXPORT DWORD GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* f
 
 // Searches. The handle is closed by FindClose.
 NX_EXPORT HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* data);
+NX_EXPORT HANDLE FindFirstFileExA(LPCSTR pattern, FINDEX_INFO_LEVELS level, void* data,
+                                  FINDEX_SEARCH_OPS operation, void* filter, DWORD flags);
 NX_EXPORT BOOL FindNextFileA(HANDLE search, WIN32_FIND_DATAA* data);
 NX_EXPORT BOOL FindClose(HANDLE search);
 

@@ -32,6 +32,8 @@ struct Listed {
     char name[1];
 };
 constexpr std::size_t listedName = offsetof(Listed, name);
+constexpr std::uint8_t listedUnknown = 0;
+constexpr std::uint8_t listedDirectory = 4;
 constexpr std::uint8_t listedLink = 10;
 
 // A name that matched: the first eight upper-cased units as a number, for fast comparison, and where it
@@ -112,8 +114,9 @@ public:
     Search() : NXS_HandleObject(handleType) {}
     ~Search() override { close(); }
 
-    // Searches for a pattern with wildcards. 0 or the code.
-    DWORD begin(NXS_Path const& path) {
+    // Searches for a pattern with wildcards. With `directories`, entries that the listing already shows to be
+    // nothing of the kind are left out, so that nobody has to ask for their times. 0 or the code.
+    DWORD begin(NXS_Path const& path, bool directories) {
         path.directory(directory_);
         file_ = nxSeamRepeat(
             [&] { return nxSeam.openAt(AT_FDCWD, directory_, O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); });
@@ -124,7 +127,7 @@ public:
         std::size_t qty = 0;
         DWORD code = list(size, qty);
         if (code == 0) {
-            code = choose(path, size, qty);
+            code = choose(path, directories, size, qty);
         }
         return code;
     }
@@ -189,7 +192,7 @@ private:
     }
 
     // Keeps the names that match, in order.
-    DWORD choose(NXS_Path const& path, std::size_t size, std::size_t qty) {
+    DWORD choose(NXS_Path const& path, bool directories, std::size_t size, std::size_t qty) {
         if (!entryBlock_.resize((qty + 1) * sizeof(Entry), 0)) {
             return ERROR_NOT_ENOUGH_MEMORY;
         }
@@ -197,6 +200,10 @@ private:
         NXS_Pattern const pattern(path.lastName(), path.length - path.last, path.starDot);
         auto* const entries = static_cast<Entry*>(entryBlock_.data());
         for (std::size_t at = 0; at < size; at += listedAt(at).size) {
+            std::uint8_t const type = listedAt(at).type;
+            if (directories && type != listedDirectory && type != listedLink && type != listedUnknown) {
+                continue;
+            }
             char const* const name = reinterpret_cast<char const*>(&listedAt(at)) + listedName;
             bool const dots = isDots(name);
             if ((!dots || !root) && pattern.matches(name)) {
@@ -331,6 +338,16 @@ HANDLE refuse(DWORD code) {
 } // namespace
 
 HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* data) {
+    return FindFirstFileExA(pattern, FindExInfoStandard, data, FindExSearchNameMatch, nullptr, 0);
+}
+
+HANDLE FindFirstFileExA(LPCSTR pattern, FINDEX_INFO_LEVELS level, void* found, FINDEX_SEARCH_OPS operation,
+                        void* filter, DWORD flags) {
+    if (level != FindExInfoStandard || operation > FindExSearchLimitToDirectories || filter != nullptr ||
+        flags != 0) {
+        return refuse(ERROR_NOT_SUPPORTED);
+    }
+    auto* const data = static_cast<WIN32_FIND_DATAA*>(found);
     NXS_Path path;
     DWORD code = nxPathNormalise(pattern, NXS_PathPattern, path);
     if (code != 0) {
@@ -338,7 +355,7 @@ HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* data) {
     }
     NXS_HandleRef<Search> search(new Search);
     if (path.wild) {
-        code = search->begin(path);
+        code = search->begin(path, operation == FindExSearchLimitToDirectories);
         if (code == 0) {
             code = search->next(*data);
             code = code == ERROR_NO_MORE_FILES ? DWORD{ERROR_FILE_NOT_FOUND} : code;

@@ -92,6 +92,9 @@ struct _WIN32_FIND_DATAA {
     CHAR cFileName[MAX_PATH];
     CHAR cAlternateFileName[14];
 };
+
+enum FINDEX_INFO_LEVELS { FindExInfoStandard };
+enum FINDEX_SEARCH_OPS { FindExSearchNameMatch, FindExSearchLimitToDirectories };
 using LPWIN32_FIND_DATAA = WIN32_FIND_DATAA*;
 static_assert(sizeof(WIN32_FIND_DATAA) == 320);
 
