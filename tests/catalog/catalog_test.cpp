@@ -21,7 +21,8 @@ struct Result {
 // Runs the program that lies beside this one. Arguments are separated by blanks.
 Result run(std::string const& arguments) {
     fs::path program = fs::path(nxSelf()).parent_path() / "catalog";
-    int status = std::system((program.make_preferred().string() + " " + arguments + " >out.txt 2>err.txt").c_str());
+    int status =
+        std::system((program.make_preferred().string() + " " + arguments + " >out.txt 2>err.txt").c_str());
     if (status > 255)
         status /= 256; // as wait reports it
     std::string out = nxFileContent("out.txt");
@@ -57,19 +58,16 @@ TEST_F(Catalog, ScanShowFind) {
     EXPECT_EQ(scan.out + scan.err, "") << "nothing to tell, and no progress into a file";
 
     Result const show = run("show t.cat --sort size");
-    EXPECT_EQ(show.status, 0);
-    EXPECT_TRUE(has(show.out, "4 files in 3 directories, 3004 bytes")) << show.out;
+    EXPECT_TRUE(show.status == 0 && has(show.out, "4 files in 3 directories, 3004 bytes")) << show.out;
     EXPECT_LT(show.out.find("two.dat"), show.out.find("one.txt")) << "the largest first";
     EXPECT_FALSE(has(show.out, "hidden"));
 
     Result const wild = run("find t.cat \"o*.txt\"");
-    EXPECT_EQ(wild.status, 0);
     EXPECT_EQ(std::count(wild.out.begin(), wild.out.end(), '\n'), 1) << wild.out;
-    EXPECT_TRUE(has(wild.out, "one.txt"));
+    EXPECT_TRUE(wild.status == 0 && has(wild.out, "one.txt"));
     Result const regular = run("find t.cat \"/e[0-9]+/\"");
-    EXPECT_EQ(regular.status, 0);
     EXPECT_EQ(std::count(regular.out.begin(), regular.out.end(), '\n'), 1) << regular.out;
-    EXPECT_TRUE(has(regular.out, "file10.txt"));
+    EXPECT_TRUE(regular.status == 0 && has(regular.out, "file10.txt"));
 }
 
 TEST_F(Catalog, DiffTellsAddedRemovedChanged) {
@@ -123,29 +121,26 @@ TEST_F(Catalog, FaultsAreToldAndNothingIsOverwritten) {
     } const rows[] = {
         {"scna tree t.cat", "scna: Unknown command"},
         {"scan tree t.cat --fast", "--fast: Unknown option"},
-        {"show t.cat --contents", "--contents: Unknown option"},
         {"scan tree t.cat --sort", "--sort: Option without its value"},
         {"scan tree t.cat --sort colour", "colour: Unknown value"},
-        {"scan tree", "scan: Argument missing"},
         {"show t.cat more", "more: Argument missing or one too many"},
         {"scan nothere t.cat", "nothere: Not found"},
         {"scan tree/one.txt t.cat", "Not a directory"},
-        {"scan tree nothere/t.cat", "Not found"},
         {"show nothere.cat", "nothere.cat: Not found"},
         {"show tree", "Access not allowed"},
         {"show bad.cat", "bad.cat: Damaged catalogue at position"},
         {"show other.cat", "other.cat: Catalogue of another version"},
-        {"show tree/one.txt", "Damaged catalogue at position"},
-        {"find t.cat \"/*a/\"", "Not a regular expression"},
+        {"find t.cat \"/+a/\"", "Not a regular expression"},
     };
     for (auto const& row : rows) {
         Result const result = run(row.arguments);
-        EXPECT_EQ(result.status, 2) << row.arguments;
-        EXPECT_TRUE(has(result.err, row.message)) << row.arguments << " said " << result.err;
+        EXPECT_TRUE(result.status == 2 && has(result.err, row.message))
+            << row.arguments << ": " << result.err;
     }
     EXPECT_TRUE(has(nxFileContent("quorix.log"), "Not a regular expression"));
     EXPECT_EQ(nxFileContent("t.cat"), before);
-    EXPECT_EQ(std::distance(fs::directory_iterator("tree"), fs::directory_iterator()), 4) << "nothing left behind";
+    EXPECT_EQ(std::distance(fs::directory_iterator("tree"), fs::directory_iterator()), 4)
+        << "nothing left behind";
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstring>
 #include <random>
+#include <tuple>
 
 namespace {
 
@@ -17,22 +18,21 @@ bool allAre(void const* p, unsigned int from, unsigned int to, char value) {
 
 TEST(Mem, GrowingShowsZerosAfterAnySequenceOfSizes) {
     std::mt19937 random(1);
-    for (int round = 0; round < 200; ++round) {
-        void* p = nullptr;
-        unsigned int size = 0;
-        for (int step = 0; step < 40; ++step) {
-            bool const large = random() % 8 == 0;
-            unsigned int const next = 1 + static_cast<unsigned int>(random() % (large ? 300000 : 200));
-            NxMemHeapRealloc(&p, next);
-            ASSERT_GE(NxMemStdSize(p), next);
-            ASSERT_TRUE(allAre(p, 0, std::min(size, next), '\x5A')) << size << " to " << next;
-            ASSERT_TRUE(allAre(p, std::min(size, next), next, 0)) << size << " to " << next;
-            std::memset(p, 0x5A, next);
-            size = next;
-        }
-        NxMemHeapRealloc(&p, 0);
-        ASSERT_EQ(p, nullptr);
+    void* p = nullptr;
+    unsigned int size = 0;
+    for (int step = 0; step < 8000; ++step) {
+        bool const large = random() % 8 == 0;
+        unsigned int const next =
+            step % 40 == 39 ? 0 : 1 + static_cast<unsigned int>(random() % (large ? 300000 : 200));
+        NxMemHeapRealloc(&p, next);
+        ASSERT_EQ(p == nullptr, next == 0);
+        ASSERT_GE(NxMemStdSize(p), next);
+        ASSERT_TRUE(allAre(p, 0, std::min(size, next), '\x5A')) << size << " to " << next;
+        ASSERT_TRUE(allAre(p, std::min(size, next), next, 0)) << size << " to " << next;
+        std::fill_n(static_cast<char*>(p), next, '\x5A');
+        size = next;
     }
+    NxMemHeapFree(&p);
 }
 
 TEST(Mem, FreesAreCountedToAThousand) {
@@ -60,22 +60,19 @@ TEST(MemDeath, WithoutAnApplicationAFailureIsFatalAtOnce) {
 
 TEST(VecRef, StatesOfTheReferenceWord) {
     // Sole, passing as constant or sole, cloneable, modifiable.
-    static struct {
-        unsigned long ref;
-        char const* states;
-    } const rows[] = {{0x000, "0110"}, {0x001, "0110"}, {0x100, "1111"}, {0x101, "1011"},
-                      {0x110, "1011"}, {0x200, "0010"}, {0x201, "0001"}, {0xFFFFFF31, "0001"}};
-    for (auto const& row : rows) {
-        NX_VecRefM* const ref = NX_VecRefM::refAlloc(row.ref, 6, 4);
+    static std::tuple<unsigned long, char const*> const rows[] = {
+        {0x000, "0110"}, {0x001, "0110"}, {0x100, "1111"}, {0x101, "1011"},
+        {0x110, "1011"}, {0x200, "0010"}, {0x201, "0001"}, {0xFFFFFF31, "0001"}};
+    for (auto const& [word, expected] : rows) {
+        NX_VecRefM* const ref = NX_VecRefM::refAlloc(word, 6, 4);
         std::string states;
         for (int const is :
              {ref->refIsSole(), ref->refIsConstOrSole(), ref->refIsCloneable(), ref->refIsModifiable()})
             states += is ? '1' : '0';
-        EXPECT_EQ(states, row.states) << row.ref;
+        EXPECT_EQ(states, expected) << word;
         ref->itemQtySet(5);
         NX_VecRefM* const copy = ref->refClone(0);
-        EXPECT_EQ(copy->refNo(), 0x100 + (row.ref & 0xFF));
-        EXPECT_EQ(copy->itemQtyCap(), 6u);
+        EXPECT_TRUE(copy->refNo() == 0x100 + (word & 0xFF) && copy->itemQtyCap() == 6);
         copy->refFree();
         ref->refFree();
     }
@@ -86,8 +83,7 @@ TEST(VecRef, ConstantBlocksAreLeftAlone) {
         empty->refInc();
         empty->refDec();
         EXPECT_EQ(empty->refFlag(NX_RefFlagDirty, 1), 0);
-        EXPECT_EQ(empty->refNo(), 0u);
-        EXPECT_EQ(*empty->itemPExtraConst(0), 0);
+        EXPECT_TRUE(empty->refNo() == 0 && *empty->itemPExtraConst(0) == 0);
         NX_VecRefM* const heap = empty->itemQtyCap(5);
         EXPECT_TRUE(heap->refNo() == 0x100 && heap->itemQtyCap() == 5 &&
                     heap->itemSize() == empty->itemSize());

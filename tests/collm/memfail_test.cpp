@@ -89,6 +89,19 @@ int retryForReal(int, char**) {
 
 NXS_ChildEntry const entry("mem-retry", retryForReal);
 
+// Takes all memory there is in pieces of one size, without an application to ask.
+void takeAll(unsigned int size) {
+    rlimit const limit = {256u << 20, 256u << 20};
+    setrlimit(RLIMIT_AS, &limit);
+    while (NxMemStdAlloc(size) != nullptr) {
+    }
+}
+
+TEST(MemFailDeath, TheLastWordsNeedNoMemory) {
+    for (unsigned int size : {16u, 1000u, 1000000u})
+        EXPECT_ERROR_ABORT(takeAll(size), 16884);
+}
+
 TEST(MemFail, ARequestIsMetAfterMemoryHasBeenGivenBack) {
     nxFileMake("asked.txt", "");
     EXPECT_EQ(nxRunSelf("mem-retry"), 0);

@@ -10,7 +10,6 @@ class RawVec : public NX_VecM {
 public:
     explicit RawVec(unsigned int itemSize, unsigned long refNo = 0x100) : NX_VecM(refNo, 1, itemSize) {}
     RawVec(RawVec const&) = default;
-    explicit RawVec(NX_VecRefM* adopted) : NX_VecM(adopted) {}
     RawVec(std::string const& text) : NX_VecM(NXS_EmptyBlock<1>::blockP()) {
         dataReplaceAt(0, 0, text.data(), static_cast<unsigned int>(text.size()));
     }
@@ -27,21 +26,8 @@ public:
 
     std::string text() const { return std::string(dataPConst(), dataSize()); }
 
-    using NX_VecM::collManMod;
-    using NX_VecM::dataBin;
-    using NX_VecM::dataCopyAt;
-    using NX_VecM::dataHex;
-    using NX_VecM::dataPConst;
-    using NX_VecM::dataPMod;
-    using NX_VecM::dataReplaceAt;
-    using NX_VecM::dataSort;
-    using NX_VecM::dataValid;
-    using NX_VecM::itemMax;
-    using NX_VecM::itemMin;
-    using NX_VecM::itemPExtraConst;
-    using NX_VecM::itemSearch;
-    using NX_VecM::itemSearchSeq;
-    using NX_VecM::refP;
+    using NX_VecM::dataBin, NX_VecM::dataHex, NX_VecM::dataPConst, NX_VecM::dataReplaceAt, NX_VecM::dataSort;
+    using NX_VecM::dataValid, NX_VecM::itemMax, NX_VecM::itemMin, NX_VecM::itemSearch, NX_VecM::itemSearchSeq;
 };
 
 class RawSub : public NX_VecSubM {
@@ -53,12 +39,8 @@ public:
 
     std::string text() const { return std::string(dataPConst(), dataSize()); }
 
-    using NX_VecSubM::dataPConst;
-    using NX_VecSubM::dataReplace;
-    using NX_VecSubM::dataSort;
-    using NX_VecSubM::itemPConst;
-    using NX_VecSubM::itemSearch;
-    using NX_VecSubM::itemSearchSeq;
+    using NX_VecSubM::dataPConst, NX_VecSubM::dataReplace, NX_VecSubM::dataSort;
+    using NX_VecSubM::itemPConst, NX_VecSubM::itemSearch, NX_VecSubM::itemSearchSeq;
 };
 
 // Comparisons of one-byte items.

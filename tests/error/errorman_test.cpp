@@ -17,7 +17,6 @@ protected:
     }
     void TearDown() override { NxErrorOk(); }
 
-    static NX_ErrorMan& ofProcess() { return *NxErrorManP(); }
     static bool endsWith(NX_StringA const& text, char const* end) {
         return std::string(text.dataPConst()).ends_with(end);
     }
@@ -60,7 +59,7 @@ TEST_F(ErrorMan, ScopesMergeWhatFailed) {
         inner.errorOk(); // it succeeded after all
         NxErrorOk();
     }
-    EXPECT_TRUE(NxErrorIsOK() == 1 && !endsWith(ofProcess().errorBuf(100), "F=one"));
+    EXPECT_TRUE(NxErrorIsOK() == 1 && !endsWith(NxErrorManP()->errorBuf(100), "F=one"));
     {
         NX_ErrorMan inner;
         inner.errorBufErrorNum(12489);
@@ -68,9 +67,9 @@ TEST_F(ErrorMan, ScopesMergeWhatFailed) {
         NxErrorOk();
         inner.errorMerge(); // the number stays, the words have gone up
         EXPECT_TRUE(inner.errorNum() == 12489 && inner.errorBuf(100).strLen() == 0);
-        EXPECT_TRUE(ofProcess().errorNum() == 12489 && NxErrorNum() == 12489);
+        EXPECT_TRUE(NxErrorManP()->errorNum() == 12489 && NxErrorNum() == 12489);
     }
-    EXPECT_TRUE(endsWith(ofProcess().errorBuf(100), "E=201 F=two"));
+    EXPECT_TRUE(endsWith(NxErrorManP()->errorBuf(100), "E=201 F=two"));
 }
 
 TEST_F(ErrorMan, LogEntries) {

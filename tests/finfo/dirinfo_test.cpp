@@ -73,7 +73,7 @@ TEST(FileInfo, ByName) {
     struct {
         char const* name;
         char const* record;
-    } const dirs[] = {{"tree/", "tree/"}, {"tree/s1/x*", "tree/s1/"}, {"a.txt", ""}, {"/", "/"}};
+    } const dirs[] = {{"tree/", "tree/"}, {"tree/s1/x*", "tree/s1/"}, {"tree\\", "tree\\"}, {"a.txt", ""}, {"/", "/"}};
     for (auto const& row : dirs) {
         NX_FileInfo const dir(row.name, nullptr, ageWrite, 1);
         EXPECT_STREQ(dir.dataPConst(), row.record);
@@ -96,7 +96,7 @@ TEST(FileInfo, ListsAndFilters) {
         {"tree", nullptr, 0, false, false, "a.txt b.dat s1 S2"},
         {"tree/", "", NX_FileFindNoDir, false, false, "a.txt b.dat"},
         {"tree", "*.TXT", NX_FileFindNoDir, false, false, "a.txt"},
-        {"tree/*.dat", nullptr, 0, false, true, "tree/b.dat"},
+        {"tree/?*.dat", nullptr, 0, false, true, "tree/b.dat"},
         {"tree", nullptr, 0, true, false, "a.txt s1 S2"},
         {"tree", nullptr, NX_FileFindDir, false, false, "s1 S2"},
         {"tree", nullptr, NX_FileFindArchive | NX_FileFindDir, false, false, "a.txt b.dat s1 S2"},
@@ -135,7 +135,7 @@ TEST(DirInfo, Trees) {
     NX_StringVecA leaveOut;
     leaveOut += "s*";
     leaveOut += "E.TXT";
-    NX_DirInfo const filtered("tree/*.txt", NX_DirInfo::nameCompare, leaveOut, onlyFiles, nullptr, ageWrite, "*.dat");
+    NX_DirInfo const filtered("tree/?*.txt", NX_DirInfo::nameCompare, leaveOut, onlyFiles, nullptr, ageWrite, "*.dat");
     EXPECT_EQ(outline(filtered), "[a.txt tree/s1/[c.txt tree/s1/deep/[a.txt]] tree/S2/[]]");
     NX_DirInfo const nowhere("nodir/", nullptr, leaveOut, onlyFiles, nullptr, ageWrite, nullptr);
     EXPECT_EQ(nowhere.subCollP(), nullptr);
@@ -144,7 +144,7 @@ TEST(DirInfo, Trees) {
     NX_DirInfo const& deep = dir.subColl()[0].subColl()[0];
     EXPECT_EQ(dir.fileColl()[0].dataCompare(deep.fileColl()[0]), 0);
     EXPECT_EQ(dir.fileColl()[0].dataCompare(dir.fileColl()[1]), 1);
-    EXPECT_EQ(dir.fileColl()[0].nameCompare("A.TXT", static_cast<NX_CompareType>(2)), 0);
+    EXPECT_EQ(dir.fileColl()[0].nameCompare("A.TXT", NX_CompareFold), 0);
     std::ostringstream shown;
     shown << deep;
     EXPECT_NE(shown.str().find("\na.txt 120 "), std::string::npos);

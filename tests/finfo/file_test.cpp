@@ -107,11 +107,12 @@ TEST(File, SharingHoldsForAllHandlesAndProcesses) {
         File first("share.txt", row.first);
         EXPECT_EQ(File("share.txt", row.second).errorNum(), row.allowed ? 0 : errorNumFileShared);
         EXPECT_EQ(openElsewhere("share.txt", row.second), row.allowed ? 0 : 1);
-        EXPECT_EQ(nxFileContent("share.txt"), "kept");
         EXPECT_EQ(NX_File::fileErase("share.txt"), -1);
         EXPECT_EQ(NxErrorNum(), errorNumFileShared);
         EXPECT_EQ(NX_File::fileMove("share.txt", "elsewhere.txt"), -1);
         EXPECT_EQ(NxErrorNum(), errorNumFileShared);
+        first.fileClose();
+        EXPECT_EQ(nxFileContent("share.txt"), "kept");
     }
     EXPECT_EQ(openElsewhere("share.txt", File::modeRead | File::modeExclusive), 0);
 }
@@ -164,7 +165,8 @@ TEST(File, OverlappingCopyGoesForwardByPieces) {
         nxFileMake("copy.bin", content);
         std::string expected = content;
         for (unsigned int done = 0; done < 2300; done += 1024)
-            expected.replace(to + done, std::min(1024u, 2300 - done), expected.substr(from + done, std::min(1024u, 2300 - done)));
+            expected.replace(to + done, std::min(1024u, 2300 - done),
+                             expected.substr(from + done, std::min(1024u, 2300 - done)));
         File file("copy.bin", File::modeReadWrite);
         EXPECT_EQ(file.dataCopyAt(static_cast<long>(to), static_cast<long>(from), 2300), 2300u);
         EXPECT_EQ(file.dataCopyAt(0, 2500, 2000), NX_NO_INDEX); // runs past the end
@@ -235,9 +237,9 @@ TEST(File, ComparisonByBlocks) {
         std::string a, b;
         int result;
     } const table[] = {
-        {"same", "same", 0},       {"same", "samf", 1},        {"same", "sam", 1},
+        {"same", "same", 0},           {"same", "samf", 1},           {"same", "sam", 1},
         {block + "x", block + "x", 0}, {block + "x", block + "y", 1}, {block + "x", block, 0},
-        {block, block + "x", 0},   {"", "anything", 0},        {"anything", "", 0},
+        {block, block + "x", 0},       {"", "anything", 0},           {"anything", "", 0},
     };
     for (auto const& row : table) {
         nxFileMake("a.cmp", row.a);

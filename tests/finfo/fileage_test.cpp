@@ -64,8 +64,8 @@ TEST(FileAge, NowIsUniversalTime) {
     std::time_t const before = std::time(nullptr);
     NX_FileAge8 age;
     age.ageNow();
-    std::time_t const seconds = static_cast<std::time_t>(age.julianGet() - 2440588) * 86400 + age.hour * 3600 +
-                                age.minute * 60 + age.second;
+    std::time_t const seconds = static_cast<std::time_t>(age.julianGet() - 2440588) * 86400 +
+                                age.hour * 3600 + age.minute * 60 + age.second;
     EXPECT_GE(seconds, before);
     EXPECT_LE(seconds, before + 5);
 }

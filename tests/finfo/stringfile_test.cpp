@@ -124,17 +124,17 @@ TEST(StringFile, patterns) {
         Find find;
         char const* found; // the pattern: nothing
     } const table[] = {
-        {"find/*.x",
+        {"find/?*.x",
          [](NX_StringA& s) { return s.nameFind(NX_FileInfo::nameCompare, NX_FileFindAll, ageWrite, 1); },
          "find/a.x"},
         {"find\\*.x",
          [](NX_StringA& s) { return s.nameFind(NX_FileInfo::nameCompare, NX_FileFindAll, ageWrite, 0); },
          "a.x"},
         {"find/?.x", [](NX_StringA& s) { return s.nameFindNewest(NX_FileFindAll, ageWrite); }, "find/b.x"},
-        {"find/*.y", [](NX_StringA& s) { return s.nameFindFirst(NX_FileFindAll); }, "find/d.y"},
+        {"find/?*.y", [](NX_StringA& s) { return s.nameFindFirst(NX_FileFindAll); }, "find/d.y"},
         {"fin?", [](NX_StringA& s) { return s.nameFindFirst(NX_FileFindDir); }, "find"},
-        {"find/*.x", [](NX_StringA& s) { return s.nameFindFirst(NX_FileFindDir); }, "find/*.x"},
-        {"none/*", [](NX_StringA& s) { return s.nameFindNewest(NX_FileFindAll, ageWrite); }, "none/*"},
+        {"find/?*.x", [](NX_StringA& s) { return s.nameFindFirst(NX_FileFindDir); }, "find/?*.x"},
+        {"none/?*", [](NX_StringA& s) { return s.nameFindNewest(NX_FileFindAll, ageWrite); }, "none/?*"},
     };
     for (auto const& t : table) {
         NX_StringA s(t.pattern);

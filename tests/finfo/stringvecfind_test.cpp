@@ -33,11 +33,11 @@ TEST(StringVecFind, NamesOfDirectoriesAndPatterns) {
         {"listed", 0, nullptr, nullptr, 0, "a.txt b.txt c.bak sub "},
         {"listed", 0, "", nullptr, 1, "listed/a.txt listed/b.txt listed/c.bak listed/sub "},
         {"listed/", 0x200, "*.txt", nullptr, 1, "listed/a.txt listed/b.txt "},
-        {"listed/*.txt", 0, "*.bak", nullptr, 1, "listed/a.txt listed/b.txt "}, // a pattern needs no other
-        {"listed/*", 0x202, nullptr, nullptr, 0, "sub "},                       // wanted outweighs refused
-        {"listed/*", 0x200, nullptr, "B*", 0, "a.txt c.bak "},
+        {"listed/?*.txt", 0, "*.bak", nullptr, 1, "listed/a.txt listed/b.txt "}, // a pattern needs no other
+        {"listed/?*", 0x202, nullptr, nullptr, 0, "sub "},                       // wanted outweighs refused
+        {"listed/?*", 0x200, nullptr, "B*", 0, "a.txt c.bak "},
         {"listed/a.txt", 0, nullptr, nullptr, 0, ""}, // a file, not a search
-        {"missing/*", 0, nullptr, nullptr, 1, ""},
+        {"missing/?*", 0, nullptr, nullptr, 1, ""},
         {"", 0, nullptr, nullptr, 0, ""}};
     for (auto const& row : rows) {
         auto const type = static_cast<NX_FileFindType>(row.type);
@@ -49,7 +49,7 @@ TEST(StringVecFind, NamesOfDirectoriesAndPatterns) {
             ch = ch == '\\' ? '/' : ch;
         EXPECT_EQ(row.list, list) << row.name << ' ' << row.type;
     }
-    EXPECT_EQ(3u, NX_StringVecA("listed/*", NX_FileFindNoDir, nullptr, 0).itemQty());
+    EXPECT_EQ(3u, NX_StringVecA("listed/?*", NX_FileFindNoDir, nullptr, 0).itemQty());
 }
 
 } // namespace

@@ -25,17 +25,23 @@ struct Shape { // a program's own type
 };
 
 template <class T>
-concept Saveable = requires(NX_PersistTextSave& save, T const& value) { save << value; };
+concept Saveable = requires(NX_PersistTextSave& save, T const& value) {
+    save << value;
+};
 template <class T>
-concept Loadable = requires(NX_PersistTextLoad& load, T& value) { load >> value; };
+concept Loadable = requires(NX_PersistTextLoad& load, T& value) {
+    load >> value;
+};
 static_assert(Saveable<int> && Saveable<char const*> && Saveable<NX_StringA> && Saveable<NX_DirInfo*>);
 static_assert(Loadable<int> && Loadable<NX_StringA> && Loadable<NX_DirInfo*> && Loadable<NX_FileInfoVec>);
 static_assert(!Saveable<bool> && !Saveable<long long> && !Saveable<long double> && !Saveable<NX_CompareType>);
-static_assert(!Saveable<Unsupported> && !Saveable<std::string> && !Saveable<NX_StringVecA> && !Saveable<void*>);
+static_assert(!Saveable<Unsupported> && !Saveable<std::string> && !Saveable<NX_StringVecA> &&
+              !Saveable<void*>);
 static_assert(!Loadable<bool> && !Loadable<long long> && !Loadable<NX_CompareType> && !Loadable<char[8]>);
 static_assert(!Loadable<Unsupported> && !Loadable<std::string> && !Loadable<NX_StringVecA>);
 
-template <class Write> std::string saved(Write write, int mode = binary) {
+template <class Write>
+std::string saved(Write write, int mode = binary) {
     {
         NX_PersistTextSave save("saved.txt", mode, 0);
         write(save);
@@ -48,14 +54,18 @@ template <class Write> std::string saved(Write write, int mode = binary) {
 struct Loading {
     explicit Loading(std::string const& text)
         : stream((nxFileMake("load.txt", text), NX_StringA("load.txt")), binary, 0, failed, this) {}
-    static void failed(void* context, NX_PersistTextLoad&, int, long) { ++static_cast<Loading*>(context)->errors; }
+    static void failed(void* context, NX_PersistTextLoad&, int, long) {
+        ++static_cast<Loading*>(context)->errors;
+    }
     int errors = 0;
     NX_PersistTextLoad stream;
 };
 
-template <class T> void expectNumbersAsTheLibraryReads() {
-    for (char const* text : {"12", " -5", "+7 ", "127x", "32768", "65535", "65536", "-32768", "-32769", "2147483648",
-                             "-2147483649", "4294967295", "-4294967295", "99999999999999999999999", "-", "x", "", "1,2"}) {
+template <class T>
+void expectNumbersAsTheLibraryReads() {
+    for (char const* text :
+         {"12", " -5", "+7 ", "127x", "32768", "65535", "65536", "-32768", "-32769", "2147483648",
+          "-2147483649", "4294967295", "-4294967295", "99999999999999999999999", "-", "x", "", "1,2"}) {
         Loading loading("S0 " + std::string(text));
         std::istringstream reference(text);
         T value = 77;
@@ -73,9 +83,9 @@ char const example[] = "S0\nD\nD5 a.txt \nP0 \nD 1998/7/4 9:5:2.0 120 32";
 
 TEST(Persist, PrimitivesBytes) {
     EXPECT_EQ(saved([](NX_PersistTextSave& save) {
-                  save << 'c' << static_cast<signed char>('s') << static_cast<unsigned char>(0xE9) << short{-3}
-                       << static_cast<unsigned short>(65535) << -2147483647 - 1 << 4294967295u << -1L
-                       << static_cast<unsigned long>(-1) << "te\"xt" << 1234567.0f << 0.1 << '\n';
+                  save << 'c' << static_cast<signed char>('s') << static_cast<unsigned char>(0xE9)
+                       << short{-3} << static_cast<unsigned short>(65535) << -2147483647 - 1 << 4294967295u
+                       << -1L << static_cast<unsigned long>(-1) << "te\"xt" << 1234567.0f << 0.1 << '\n';
                   save.dataSave("a b", 3);
               }),
               "S0cs\xE9-365535-21474836484294967295-14294967295te\"xt1.23457e+060.1\n a b");
@@ -101,7 +111,8 @@ TEST(Persist, PrimitivesRead) {
     double d;
     char text[8] = "-------";
     load >> ch >> i >> ul >> l >> f >> d;
-    EXPECT_TRUE(ch == 'x' && i == -1 && ul == 4294967295u && l == -2147483647 - 1 && f == 2.5f && d == 1000.0);
+    EXPECT_TRUE(ch == 'x' && i == -1 && ul == 4294967295u && l == -2147483647 - 1 && f == 2.5f &&
+                d == 1000.0);
     load.dataLoad(text, 0).dataLoad(text, 3);
     EXPECT_STREQ(text, "ab ----");
     load.ignore(100, '\n').get(text, 3);
@@ -133,7 +144,9 @@ TEST(Persist, Headers) {
         SCOPED_TRACE(row.text);
         Loading loading(row.text);
         EXPECT_EQ(loading.stream.errorNum(), row.errorNum);
-        EXPECT_EQ(loading.stream.version(), row.errorNum == 0 ? 0 : row.text[0] == 'S' && row.text[1] == '1' ? 1 : -1);
+        EXPECT_EQ(loading.stream.version(), row.errorNum == 0                          ? 0
+                                            : row.text[0] == 'S' && row.text[1] == '1' ? 1
+                                                                                       : -1);
         EXPECT_EQ(loading.errors, row.errorNum != 0);
     }
     int errors = 0;
@@ -166,9 +179,8 @@ TEST(Persist, SharingSurvives) {
     NX_StringA const empty;
     NX_FileAge8 const age = {1998, 7, 4, 9, 5, 2, 0};
     NX_FileAge8 const* const noAge = nullptr;
-    std::string const text = saved([&](NX_PersistTextSave& save) {
-        save << a << b << &a << &age << &age << noAge << empty << empty;
-    });
+    std::string const text = saved(
+        [&](NX_PersistTextSave& save) { save << a << b << &a << &age << &age << noAge << empty << empty; });
     EXPECT_EQ(text, "S0\nD\nD3 abc\nD\nP2\nP1\nD 1998/7/4 9:5:2.0\nP4\nP0\nD\nD0 \nP5");
     Loading loading(text.substr(0, text.size() - 3));
     NX_StringA c;
@@ -231,6 +243,7 @@ TEST(Persist, WithoutHandlerErrorsEndTheProcess) {
     EXPECT_ERROR_ABORT(loadAge("S0\nX"), errorNumPersistText);
     EXPECT_NE(nxFileContent("quorix.log").find("P=4"), std::string::npos);
     EXPECT_ERROR_ABORT(loadAge("S0\nD 1998/7/4 9:5:2.0\nP2"), errorNumPersistText);
-    EXPECT_ASSERTION(loadAge("S0\nD 1998/7/4 9:5:2.0\nP0"), "p == (pIsZero(p_p) ? 0 : p_p)", "general/persist/pload");
+    EXPECT_ASSERTION(loadAge("S0\nD 1998/7/4 9:5:2.0\nP0"), "p == (pIsZero(p_p) ? 0 : p_p)",
+                     "general/persist/pload");
     EXPECT_ASSERTION(loadAge("S0\nD 1998/7/4 9:5:2.0\nP1"), "rhs_p == 0", "general/persist/pload");
 }

@@ -11,22 +11,8 @@
 
 namespace {
 
-DWORD lock(HANDLE file, bool exclusive, DWORD offset, DWORD size) {
-    OVERLAPPED where = {};
-    where.Offset = offset;
-    DWORD const flags = LOCKFILE_FAIL_IMMEDIATELY | (exclusive ? LOCKFILE_EXCLUSIVE_LOCK : 0);
-    return errorOf(LockFileEx(file, flags, 0, size, 0, &where));
-}
-
-DWORD unlock(HANDLE file, DWORD offset, DWORD size) {
-    OVERLAPPED where = {};
-    where.Offset = offset;
-    return errorOf(UnlockFileEx(file, 0, size, 0, &where));
-}
-
 DWORD transfer(HANDLE file, bool write, DWORD offset, DWORD size) {
-    OVERLAPPED where = {};
-    where.Offset = offset;
+    OVERLAPPED where = fileAt(offset);
     char buffer[100] = {};
     DWORD done = 99;
     BOOL const ok =
@@ -36,8 +22,7 @@ DWORD transfer(HANDLE file, bool write, DWORD offset, DWORD size) {
 }
 
 HANDLE open(DWORD access = GENERIC_READ | GENERIC_WRITE) {
-    return CreateFileA("strict", access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
-                       nullptr);
+    return fileOpen("strict", access);
 }
 
 int transferChild(int, char** argv) {
@@ -57,44 +42,38 @@ TEST(PosixLock, locksBindReadsAndWrites) {
     HANDLE const one = open();
     HANDLE const two = open();
     for (auto const& row : rows) {
-        ASSERT_EQ(lock(one, row.exclusive, 10, 10), 0u);
+        ASSERT_EQ(fileLock(one, row.exclusive, 10, 10), 0u);
         HANDLE const user = row.ownHandle ? one : two;
         EXPECT_EQ(transfer(user, row.write, 0, 11), row.error) << &row - rows;
         EXPECT_EQ(transfer(user, row.write, 19, 5), row.error) << &row - rows;
         EXPECT_EQ(transfer(user, row.write, 20, 5), 0u) << &row - rows;
         EXPECT_EQ(transfer(user, row.write, 0, 10), 0u) << &row - rows;
         EXPECT_EQ(transfer(user, row.write, 15, 0), 0u) << &row - rows;
-        if (!row.ownHandle) {
-            EXPECT_EQ(nxRunSelf("transfer", {row.write ? "w" : "r"}), static_cast<int>(row.error))
-                << &row - rows;
-        }
-        ASSERT_EQ(unlock(one, 10, 10), 0u);
+        int const foreign = row.ownHandle ? 0 : nxRunSelf("transfer", {row.write ? "w" : "r"});
+        EXPECT_EQ(foreign, row.ownHandle ? 0 : static_cast<int>(row.error)) << &row - rows;
+        ASSERT_EQ(fileUnlock(one, 10, 10), 0u);
         EXPECT_EQ(transfer(user, row.write, 0, 30), 0u);
     }
     // A reader's exclusive lock binds others but not itself.
     HANDLE const reader = open(GENERIC_READ);
-    ASSERT_EQ(lock(reader, true, 10, 10), 0u);
+    ASSERT_EQ(fileLock(reader, true, 10, 10), 0u);
     EXPECT_EQ(transfer(reader, false, 0, 30), 0u);
     EXPECT_EQ(transfer(two, false, 0, 30), 33u);
     EXPECT_EQ(errorOf(CopyFileA("strict", "copy", FALSE)), 33u);
-    EXPECT_EQ(GetFileAttributesA("copy"), INVALID_FILE_ATTRIBUTES);
-    for (HANDLE const file : {one, two, reader}) {
+    for (HANDLE const file : {one, two, reader})
         CloseHandle(file);
-    }
 }
 
 TEST(PosixLock, refusals) {
     nxFileMake("strict", "x");
     HANDLE const file = open();
     HANDLE const blind = open(0);
-    EXPECT_EQ(unlock(file, 0, 1), 158u);
-    ASSERT_EQ(lock(file, false, 0, 5), 0u);
-    EXPECT_EQ(unlock(file, 0, 4), 158u);
-    EXPECT_EQ(lock(blind, false, 0, 1), 5u);
-    OVERLAPPED where = {};
-    where.Offset = where.OffsetHigh = 0xFFFFFFFFu;
-    EXPECT_TRUE(LockFileEx(file, 0, 0, 1, 0, &where));
-    EXPECT_EQ(errorOf(LockFileEx(file, 0, 0, 2, 0, &where)), 307u);
+    EXPECT_EQ(fileUnlock(file, 0, 1), 158u);
+    ASSERT_EQ(fileLock(file, false, 0, 5), 0u);
+    EXPECT_EQ(fileUnlock(file, 0, 4), 158u);
+    EXPECT_EQ(fileLock(blind, false, 0, 1), 5u);
+    EXPECT_EQ(fileLock(file, false, ~0ull, 1), 0u);
+    EXPECT_EQ(fileLock(file, false, ~0ull, 2), 307u);
     CloseHandle(file);
     CloseHandle(blind);
 }
@@ -109,15 +88,13 @@ TEST(PosixLock, fileSystemWithoutLocks) {
     nxFileMake("strict", "x");
     HANDLE const one = open();
     HANDLE const two = open();
-    EXPECT_EQ(CreateFileA("strict", GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr),
-              INVALID_HANDLE_VALUE);
-    EXPECT_EQ(GetLastError(), 32u);
+    EXPECT_EQ(fileOpenError("strict", GENERIC_READ, FILE_SHARE_READ), 32u);
     EXPECT_FALSE(DeleteFileA("strict"));
-    EXPECT_EQ(lock(one, true, 0, 5), 0u);
-    EXPECT_EQ(lock(two, false, 4, 1), 33u);
+    EXPECT_EQ(fileLock(one, true, 0, 5), 0u);
+    EXPECT_EQ(fileLock(two, false, 4, 1), 33u);
     EXPECT_EQ(transfer(two, false, 0, 1), 33u);
-    EXPECT_EQ(unlock(one, 0, 5), 0u);
-    EXPECT_EQ(lock(two, true, 4, 1), 0u);
+    EXPECT_EQ(fileUnlock(one, 0, 5), 0u);
+    EXPECT_EQ(fileLock(two, true, 4, 1), 0u);
     CloseHandle(one);
     CloseHandle(two);
     EXPECT_TRUE(DeleteFileA("strict"));

@@ -24,7 +24,7 @@ TEST(RegExp, Searches) {
     std::istringstream rows(R"(
         [0-9]+ ab<42>c   %([0-9]) a<%(7)>  a* <>bbb           $ ab<>           b$ ba<b>         a$b x<a$b>
         a^b x<a^b>       ^b ab             x?x x              x?x <xx>         a|b <a|b>        {2} a<{2}>
-        ] a<]>           [^a] aa<b>        [] x               []a a            [-a]+ x<-a>      [a-]+ b<-a>
+        ] a<]>           [^a] aa<b>        [] x               []a a            [-a]+ B<-a>      [a-]+ b<-a>
         [^-a] -a<b>      [c-a]+ x<abc>     [a-c-e]+ <edcba>   [a\-c]+ b<->     [\]x]+ a<]x>     A a
         [\x30-\71]+ a<09>:  \x41\X4a <AJ>  \xg g              \1018 <A8>       \501 <A>         a\^ <a^>
         a\ <a\>          \.\*\q x<.*q>     \a <a>             [^\^A]\^] x      )");
@@ -49,8 +49,7 @@ TEST(RegExp, Status) {
         NX_RegExpA const copy(reused);
         reused = "b"; // in a block of its own
         unsigned int length = 77;
-        EXPECT_EQ(1u, reused.itemNum("ab", &length, 0));
-        EXPECT_EQ(128u, copy.itemQty());
+        EXPECT_TRUE(reused.itemNum("ab", &length, 0) == 1 && copy.itemQty() == 128);
         EXPECT_EQ(*source == '\\' ? NX_RegExpA::EXP_Ok : NX_RegExpA::EXP_Syntax, copy.expStatus()) << source;
         EXPECT_EQ(NX_NO_INDEX, copy.itemNum("", &length, 0));
         EXPECT_EQ(0u, length);

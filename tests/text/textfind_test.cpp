@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <tuple>
 
 #include "general/text/textprim.h"
 #include "tests/text/textsupport.h"
@@ -56,23 +57,18 @@ std::ptrdiff_t offset(NX_TextA1PtrConst found, char const* start) {
 } // namespace
 
 TEST(TextFind, QuotesIn8And16Bits) {
-    struct {
-        char const* text;
-        char ch;
-        int at;
-    } const rows[] = {{"a\"x,y\",z", ',', 6}, {"a\\,b,c", ',', 4},    {"a\"b,c", ',', -1},
-                      {"a,b", ',', 1},        {"a\"b", '"', 1},       {"a\\\"\"", '"', 3},
-                      {"\\", '\\', 0},        {"\"\\\"\\", '\\', -1}, {"\"\\\",\",", ',', 5},
-                      {"a'b,c'", ',', 3},     {"\"\\", ',', -1},      {"a\\", ',', -1},
-                      {"\"a\"", ',', -1},     {"", ',', -1},          {"\"a\"\"b,\",", ',', 7}};
-    for (auto const& row : rows) {
-        SCOPED_TRACE(row.text);
-        int const len = static_cast<int>(std::strlen(row.text));
-        EXPECT_EQ(offset(NxTextFindXQuote(row.text, row.ch), row.text), row.at);
-        std::string const longer = row.text + std::string(",\",");
-        EXPECT_EQ(offset(NxTextFindXQuote(longer.c_str(), len, row.ch), longer.c_str()), row.at);
-        NXS_Wide const wide(row.text);
-        EXPECT_EQ(wide.offset(NxTextFindXQuote(wide, row.ch)), row.at);
+    std::tuple<char const*, char, int> const rows[] = {
+        {"a\"x,y\",z", ',', 6}, {"a\\,b,c", ',', 4}, {"a\"b,c", ',', -1},    {"a\"b", '"', 1},
+        {"a\\\"\"", '"', 3},    {"\\", '\\', 0},     {"\"\\\"\\", '\\', -1}, {"\"\\\",\",", ',', 5},
+        {"a'b,c'", ',', 3},     {"\"\\", ',', -1},   {"a\\", ',', -1},       {"\"a\"\"b,\",", ',', 7}};
+    for (auto const& [text, ch, at] : rows) {
+        SCOPED_TRACE(text);
+        int const len = static_cast<int>(std::strlen(text));
+        EXPECT_EQ(offset(NxTextFindXQuote(text, ch), text), at);
+        std::string const longer = text + std::string(",\",");
+        EXPECT_EQ(offset(NxTextFindXQuote(longer.c_str(), len, ch), longer.c_str()), at);
+        NXS_Wide const wide(text);
+        EXPECT_EQ(wide.offset(NxTextFindXQuote(wide, ch)), at);
     }
     NXS_CodePage const page(932);
     char const* text = "\x81\\\x81\",\x81,";
@@ -82,21 +78,18 @@ TEST(TextFind, QuotesIn8And16Bits) {
 
 TEST(TextFind, CaseQuestionsAndEnds) {
     NXS_CodePage const page(932);
-    struct {
-        char const* text;
-        int isUpper, isUpperAZ, last, dbcsEnd;
-    } const rows[] = {{"AB", 1, 1, 'B', 0}, {"AB1", 0, 1, '1', 0},          {"Ab", 0, 0, 'b', 0},
-                      {"", 1, 1, 0, 0},     {"A\x81\x41", 0, 0, 0x8141, 3}, {"\x81\x81\x41", 0, 0, 'A', 2},
-                      {" ", 0, 1, ' ', 0},  {"\xB1", 0, 1, 0xB1, 0}};
-    for (auto const& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.text));
-        EXPECT_EQ(NxTextIsUpper(row.text) != 0, row.isUpper);
-        EXPECT_EQ(NxTextIsUpperAZ(row.text) != 0, row.isUpperAZ);
-        EXPECT_EQ(NxTextLast(row.text), row.last);
-        EXPECT_EQ(offset(NxTextDbcsEnd(row.text), row.text), row.dbcsEnd);
+    std::tuple<char const*, int, int, int, int> const rows[] = {
+        {"AB", 1, 1, 'B', 0}, {"AB1", 0, 1, '1', 0},          {"Ab", 0, 0, 'b', 0},
+        {"", 1, 1, 0, 0},     {"A\x81\x41", 0, 0, 0x8141, 3}, {"\x81\x81\x41", 0, 0, 'A', 2},
+        {" ", 0, 1, ' ', 0},  {"\xB1", 0, 1, 0xB1, 0}};
+    for (auto const& [text, isUpper, isUpperAZ, last, dbcsEnd] : rows) {
+        SCOPED_TRACE(testing::PrintToString(text));
+        EXPECT_EQ(NxTextIsUpper(text) != 0, isUpper);
+        EXPECT_EQ(NxTextIsUpperAZ(text) != 0, isUpperAZ);
+        EXPECT_EQ(NxTextLast(text), last);
+        EXPECT_EQ(offset(NxTextDbcsEnd(text), text), dbcsEnd);
     }
-    EXPECT_EQ(NxTextLast(NX_TextA1PtrConst()), 0);
-    EXPECT_EQ(NxTextLast(NX_TextW1PtrConst(), 3), 0);
+    EXPECT_TRUE(NxTextLast(NX_TextA1PtrConst()) == 0 && NxTextLast(NX_TextW1PtrConst(), 3) == 0);
     EXPECT_EQ(NxTextLast(NXS_Wide("ab")), 'b');
 }
 
@@ -136,11 +129,9 @@ TEST(TextFind, AllFormsAgreeWithTheModel) {
             char const* n = counted.c_str();
             for (bool last : {false, true}) {
                 auto const expected = modelFind(chars, len, subChars, last);
-                ASSERT_EQ(offset(last ? NxTextFindLast(t, sub.c_str()) : NxTextFind(t, sub.c_str()), t),
-                          expected);
-                ASSERT_EQ(
-                    offset(last ? NxTextFindLast(n, len, sub.c_str()) : NxTextFind(n, len, sub.c_str()), n),
-                    expected);
+                char const* const s = sub.c_str();
+                ASSERT_EQ(offset(last ? NxTextFindLast(t, s) : NxTextFind(t, s), t), expected);
+                ASSERT_EQ(offset(last ? NxTextFindLast(n, len, s) : NxTextFind(n, len, s), n), expected);
                 if (subChars.empty())
                     continue;
                 int const ch = static_cast<int>(subChars[0].value);
@@ -209,10 +200,8 @@ TEST(TextFind, ZerosAndLoneLeadBytes) {
 TEST(TextFind, OddCharacters) {
     NXS_CodePage const page(1252);
     char const* text = "a\xE4";
-    EXPECT_EQ(offset(NxTextFind(text, 'a' + 256), text), 0);
-    EXPECT_EQ(offset(NxTextFind(text, 2, 'a' + 256), text), -1);
+    EXPECT_TRUE(NxTextFind(text, 'a' + 256) && !NxTextFind(text, 2, 'a' + 256));
     EXPECT_EQ(offset(NxTextFind(text, 2, static_cast<signed char>(0xE4)), text), 1);
     EXPECT_EQ(offset(NxTextFindLast(text, 0), text), 2);
-    EXPECT_TRUE(NxTextFind(NXS_Wide("a"), 'a' + 0x10000));
-    EXPECT_FALSE(NxTextFind(NXS_Wide("a"), 1, 'a' + 0x10000));
+    EXPECT_TRUE(NxTextFind(NXS_Wide("a"), 'a' + 0x10000) && !NxTextFind(NXS_Wide("a"), 1, 'a' + 0x10000));
 }

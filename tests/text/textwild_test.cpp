@@ -1,5 +1,6 @@
 // tests/text/textwild_test.cpp - the wildcard merge.
 #include <gtest/gtest.h>
+#include <tuple>
 
 #include "general/text/textwild.h"
 #include "tests/text/textsupport.h"
@@ -29,14 +30,12 @@ TEST(TextWildMerge, Table) {
     };
     std::pair<char const*, std::vector<Row>> const groups[] = {
         {"plain",
-         {{"report.txt", "*.bak", "report.bak"}, {"report.txt", "*", "report.txt"}, {"report.txt", "", ""}}},
-        {"plain", {{"report.txt", "*.*", "report.txt"}, {"old.txt", "new.*", "new.txt"}, {"a.c", "??", "a"}}},
+         {{"report.txt", "*.bak", "report.bak"}, {"old.txt", "new.*", "new.txt"}, {"report.txt", "", ""}}},
         {"search", {{"abcdef", "??x*", "abxdef"}, {"abxcd", "*X", "abX", 32, 1}, {"abxcd", "*X", "abxcdX"}}},
         {"pattern's dot is not written", {{"report", "*.bak", "reportbak"}, {"", "*.txt", "txt"}}},
         {"place after a deletion", {{"xyz.c", "a.b", "a.cb"}}},
         {"room to insert before the dot", {{"a.c", "?b*", "ab.c"}, {"a.c", "?b*", "abc", 5}}},
-        {"cut",
-         {{"report.txt", "new.*", "", 1}, {"report.txt", "new.*", "newo", 5}, {"", "abcdef", "abc", 4}}},
+        {"cut", {{"report.txt", "new.*", "", 1}, {"report.txt", "new.*", "newo", 5}}},
         {"other width", {{"abc.d", "\x81\x40*", "\x81\x40\x62\x63.d"}, {"\x81\x40\x62\x63", "x*", "xbc"}}},
         {"same width", {{"\x81\x40", "\x82\x41*", "\x82\x41"}, {"", "a\x81\x40", "a\x81\x40", 4}}},
         {"no room for the wider one", {{"abc", "\x81\x40*", "abc", 4}}},
@@ -53,20 +52,16 @@ TEST(TextWildMerge, Table) {
 }
 
 TEST(TextWildMerge, WideTextMovesHalf) {
-    struct {
-        char const *name, *pattern;
-        int len;
-        std::string result;
-    } const rows[] = {{"report.txt", "*.bak", 10, "report.bak"},
-                      {"old.txt", "new.*", 7, "new.txt"},
-                      {"ab.cdef", "??x*", 8, std::string("abx.cdf\0", 8)},
-                      {"xyz.cde", "a.*", 5, "a.c.c"}};
-    for (auto const& row : rows) {
-        NXS_Wide name(std::string(row.name) + std::string(20, '\0'));
-        int const nameLen = static_cast<int>(std::string(row.name).size());
-        int const patLen = static_cast<int>(std::string(row.pattern).size());
-        EXPECT_EQ(NxTextWildMerge(name, nameLen, 20, NXS_Wide(row.pattern), patLen, 0), row.len) << row.name;
-        EXPECT_EQ(name.text(row.len), row.result);
+    std::tuple<char const*, char const*, int, std::string> const rows[] = {
+        {"report.txt", "*.bak", 10, "report.bak"},
+        {"ab.cdef", "??x*", 8, std::string("abx.cdf\0", 8)},
+        {"xyz.cde", "a.*", 5, "a.c.c"}};
+    for (auto const& [before, pattern, len, after] : rows) {
+        NXS_Wide name(std::string(before) + std::string(20, '\0'));
+        int const nameLen = static_cast<int>(std::string(before).size());
+        int const patLen = static_cast<int>(std::string(pattern).size());
+        EXPECT_EQ(NxTextWildMerge(name, nameLen, 20, NXS_Wide(pattern), patLen, 0), len) << before;
+        EXPECT_EQ(name.text(len), after);
     }
 }
 
