@@ -3,6 +3,7 @@
 #include "examples/catalog/errors.h"
 #include "examples/catalog/progress.h"
 
+#include <cstdint>
 #include <filesystem>
 
 namespace {
@@ -20,6 +21,57 @@ void loadFailed(void*, NX_PersistTextLoad&, int, long) {}
 // The format skips blanks in front of a text and ends one at a line feed.
 bool nameKeeps(NX_StringA const& name) {
     return NxTextSpaceLen(name.dataPConst()) == 0 && name.strCharFirst('\n') == NX_NO_INDEX;
+}
+
+int damaged(NX_StringA const& file, unsigned long pos) {
+    NxERROR(errorNumPersistText);
+    NxErrorBufFileName(file);
+    return NxErrorBufPos(static_cast<long>(pos));
+}
+
+// The last line of a catalogue's file: "E", the checksum as eight hexadecimal digits, a line feed. The
+// checksum is the 32-bit FNV-1a hash (G. Fowler, L. C. Noll, K.-P. Vo) of all bytes before the line: any one
+// byte changed there changes it.
+class SumLine {
+public:
+    static constexpr unsigned int size = 10;
+
+    explicit SumLine(NX_TextVecA const& content) {
+        std::uint32_t sum = 2166136261u;
+        char const* const bytes = content.dataPConst();
+        for (unsigned int n = 0; n < content.itemQty(); ++n)
+            sum = (sum ^ static_cast<unsigned char>(bytes[n])) * 16777619u;
+        line_.strPrintF("E%08x\n", sum);
+    }
+
+    NX_StringA const& line() const { return line_; }
+
+private:
+    NX_StringA line_;
+};
+
+// Ends the file with the checksum of what it holds. 0, or -1 with an error recorded.
+int sumAppend(NX_StringA const& file) {
+    NX_File stored(file, NX_File::modeReadWrite | NX_File::modeExclusive);
+    NX_TextVecA content;
+    if (stored.fileIsOpen() == 0 || content.dataRead(stored) == -1)
+        return -1;
+    SumLine const sum(content);
+    return stored.dataWrite(sum.line().dataPConst(), sum.line().strLen());
+}
+
+// 0 when the file ends with its checksum; -1 with an error recorded.
+int sumCheck(NX_StringA const& file) {
+    NX_File stored(file, NX_File::modeReadDenyWrite);
+    NX_TextVecA content;
+    if (stored.fileIsOpen() == 0 || content.dataRead(stored) == -1)
+        return -1;
+    unsigned int const size = content.itemQty();
+    if (size < SumLine::size)
+        return damaged(file, size);
+    NX_StringA const found(content.dataPConst() + (size - SumLine::size), SumLine::size);
+    content.itemQty(size - SumLine::size);
+    return found.strCompare(SumLine(content).line(), NX_CompareExact) == 0 ? 0 : damaged(file, size);
 }
 
 template <class Info>
@@ -135,12 +187,7 @@ int Catalogue::fileLoad(NX_StringA const& file) {
         load >> loaded;
         root_.reset(loaded);
     }
-    if (load.errorNum() == 0 && root_ == nullptr) {
-        NxERROR(errorNumPersistText);
-        NxErrorBufFileName(file);
-        return NxErrorBufPos(0);
-    }
-    if (load.errorNum() != 0) {
+    if (load.errorNum() != 0 || (root_ == nullptr ? damaged(file, 0) : sumCheck(file)) == -1) {
         root_.reset();
         return -1;
     }
@@ -192,7 +239,7 @@ int Catalogue::fileSave(NX_StringA const& file) const {
         if (made.fileIsOpen() == 0)
             return -1;
     }
-    if (write(temporary) == -1) {
+    if (write(temporary) == -1 || sumAppend(temporary) == -1) {
         NX_ErrorMan attempt;
         NX_File::fileErase(temporary);
         attempt.errorOk();

@@ -1,7 +1,8 @@
 // examples/catalog/catalogue.h - a directory tree in memory, with the choices it was read by, and its file.
 //
 // The file is a text persistence file: the word "catalogue", the pattern, the names left out (joined by '/'),
-// the class of files and the order as numbers, then the tree.
+// the class of files and the order as numbers, then the tree. The last line is a checksum over all that
+// stands before it, so that also a changed digit is told.
 #pragma once
 
 #include "examples/catalog/options.h"
