@@ -28,7 +28,7 @@ int CatalogApp::appMain() {
     if (result == 0)
         result = run(options);
     std::cout.flush();
-    if (result == 0 && !std::cout) {
+    if (result != -1 && !std::cout) {
         NxERROR(errorNumDiskFull);
         result = NxErrorBufFileName("stdout");
     }

@@ -3,10 +3,14 @@
 #include "examples/catalog/errors.h"
 #include "examples/catalog/progress.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 
 namespace {
+
+// The longest path, with a pattern behind it, that a search takes.
+constexpr unsigned int pathMost = 259;
 
 char const magic[] = "catalogue";
 
@@ -17,11 +21,6 @@ int fail(NX_ErrorNum num, NX_StringA const& file) {
 
 // Loading a damaged file ends here first: the error has been recorded, and the stream delivers nothing more.
 void loadFailed(void*, NX_PersistTextLoad&, int, long) {}
-
-// The format skips blanks in front of a text and ends one at a line feed.
-bool nameKeeps(NX_StringA const& name) {
-    return NxTextSpaceLen(name.dataPConst()) == 0 && name.strCharFirst('\n') == NX_NO_INDEX;
-}
 
 int damaged(NX_StringA const& file, unsigned long pos) {
     NxERROR(errorNumPersistText);
@@ -49,6 +48,24 @@ public:
 private:
     NX_StringA line_;
 };
+
+// Where a catalogue named `file` really lies: behind a link the file that it leads to. 0, or -1 with an error
+// recorded: a device or the like, a link to nowhere, a file that may not be written or that others use.
+int targetFind(NX_StringA& file) {
+    std::error_code code;
+    if (std::filesystem::is_symlink(file.dataPConst(), code)) {
+        std::filesystem::path const real = std::filesystem::canonical(file.dataPConst(), code);
+        if (code)
+            return fail(errorNumFileNotFound, file);
+        file = real.string().c_str();
+    }
+    if (file.nameType() == NX_FileNameMissing)
+        return 0;
+    if (file.nameType() == NX_FileNameDevice || std::filesystem::is_other(file.dataPConst(), code))
+        return fail(errorNotFile, file);
+    NX_File const target(file, NX_File::modeReadWrite | NX_File::modeExclusive);
+    return target.fileIsOpen() != 0 ? 0 : -1;
+}
 
 // Ends the file with the checksum of what it holds. 0, or -1 with an error recorded.
 int sumAppend(NX_StringA const& file) {
@@ -111,6 +128,14 @@ auto compareFor(Order order) {
 
 } // namespace
 
+bool nameKeeps(NX_StringA const& name) {
+    return NxTextSpaceLen(name.dataPConst()) == 0 && name.strCharFirst('\n') == NX_NO_INDEX;
+}
+
+bool nameIsTree(NX_StringA const& name) {
+    return name.nameType() == NX_FileNameDir || name.nameIsDrive() != 0;
+}
+
 DirCompare dirCompare(Order order) {
     return compareFor<NX_DirInfo>(order);
 }
@@ -133,10 +158,13 @@ void Catalogue::optionsTake(Catalogue const& other) {
     order_ = other.order_;
 }
 
-// Scanning takes a directory that may not be read for an empty one, and the file cannot keep every name.
+// Scanning takes a directory that may not be read, or whose path is too long for a search, for an empty one,
+// and the file cannot keep every name.
 int Catalogue::dirCheck(NX_DirInfo const& dir) const {
     if (!nameKeeps(dir))
         return fail(errorNameKept, dir);
+    if (dir.strLen() + std::max(pattern_.strLen(), 3u) > pathMost)
+        return fail(errorPathLong, dir);
     if (dir.fileColl().itemQty() == 0 && dir.subColl().itemQty() == 0) {
         std::error_code code;
         std::filesystem::directory_iterator const entries(dir.dataPConst(), code);
@@ -154,10 +182,9 @@ int Catalogue::dirCheck(NX_DirInfo const& dir) const {
 
 int Catalogue::dirRead(NX_StringA const& dir) {
     NX_StringA name(dir);
-    NX_FileNameType const type = name.nameType();
-    if (type == NX_FileNameMissing)
+    if (name.nameType() == NX_FileNameMissing)
         return fail(errorNumFileNotFound, dir);
-    if (type != NX_FileNameDir && type != NX_FileNameDevice)
+    if (!nameIsTree(name))
         return fail(errorNotDir, dir);
     name.nameDirSep();
     {
@@ -204,7 +231,7 @@ int Catalogue::fileLoad(NX_StringA const& file) {
 }
 
 int Catalogue::read(NX_StringA const& name) {
-    return name.nameType() == NX_FileNameDir ? dirRead(name) : fileLoad(name);
+    return nameIsTree(name) ? dirRead(name) : fileLoad(name);
 }
 
 int Catalogue::write(NX_StringA const& file) const {
@@ -222,13 +249,10 @@ int Catalogue::write(NX_StringA const& file) const {
     return save.good() ? 0 : fail(errorNumDiskFull, file);
 }
 
-int Catalogue::fileSave(NX_StringA const& file) const {
-    if (file.nameType() != NX_FileNameMissing) {
-        // An existing file that may not be written, or that others use, is not replaced.
-        NX_File const target(file, NX_File::modeReadWrite | NX_File::modeExclusive);
-        if (target.fileIsOpen() == 0)
-            return -1;
-    }
+int Catalogue::fileSave(NX_StringA const& name) const {
+    NX_StringA file(name);
+    if (targetFind(file) == -1)
+        return -1;
     NX_StringA temporary;
     NX_StringA dir = file.nameOfDir();
     if (temporary.nameTmp(dir.strLen() != 0 ? dir : NX_StringA(".")) == -1)

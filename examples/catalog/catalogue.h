@@ -47,6 +47,12 @@ private:
     std::unique_ptr<NX_DirInfo> root_;
 };
 
+// Whether the format keeps a name: it skips blanks in front of a text and ends one at a line feed.
+bool nameKeeps(NX_StringA const& name);
+
+// Whether a name stands for a directory, a bare drive included.
+bool nameIsTree(NX_StringA const& name);
+
 // How directories and files are put in order: null for Order::none.
 using DirCompare = int(NX_FASTCALL*)(NX_DirInfo const*, NX_DirInfo const*);
 using FileCompare = int(NX_FASTCALL*)(NX_FileInfo const*, NX_FileInfo const*);

@@ -99,7 +99,7 @@ int commandDiff(Options const& options) {
     Catalogue older;
     Catalogue newer;
     // A directory is read the way the catalogue beside it was.
-    if (options.first.nameType() == NX_FileNameDir) {
+    if (nameIsTree(options.first)) {
         if (newer.read(options.second) == -1)
             return -1;
         older.optionsTake(newer);

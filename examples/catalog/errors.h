@@ -12,3 +12,5 @@ inline constexpr NX_ErrorNum errorArguments = errorTypeUserInput | 1705;
 inline constexpr NX_ErrorNum errorRegExp = errorTypeUserInput | 1706;
 inline constexpr NX_ErrorNum errorNotDir = errorTypeUserInput | 1707;
 inline constexpr NX_ErrorNum errorNameKept = errorTypeUserInput | 1708;
+inline constexpr NX_ErrorNum errorPathLong = errorTypeUserInput | 1709;
+inline constexpr NX_ErrorNum errorNotFile = errorTypeUserInput | 1710;

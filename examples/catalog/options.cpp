@@ -1,5 +1,6 @@
 #include "examples/catalog/options.h"
 
+#include "examples/catalog/catalogue.h"
 #include "examples/catalog/errors.h"
 
 #include <cstring>
@@ -43,6 +44,8 @@ bool wordFind(Word const (&words)[Count], char const* text, int& value) {
 // An option that is followed by a value.
 int valueRead(Options& options, char const* option, char const* value) {
     int number = 0;
+    if (!nameKeeps(value) || (std::strcmp(option, "--leave-out") == 0 && std::strchr(value, '/') != nullptr))
+        return fail(errorOptionText, value);
     if (std::strcmp(option, "--pattern") == 0) {
         options.pattern = value;
     } else if (std::strcmp(option, "--leave-out") == 0) {

@@ -22,8 +22,7 @@ NX_EnvString::NX_EnvString(NX_CharASub const& name) {
 }
 
 NX_EnvString& NX_EnvString::operator=(char const* name) {
-    envStrSys(name);
-    return *this;
+    return *this = NX_StringA(name);
 }
 
 NX_EnvString& NX_EnvString::operator=(NX_StringA const& name) {

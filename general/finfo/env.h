@@ -1,6 +1,6 @@
 // general/finfo/env.h - the program's surroundings: current directory and environment variables.
 //
-// Both classes are values. Nothing here reports an error: a variable that is not set reads as empty.
+// Both classes are values. No error is reported for variables: one that is not set reads as empty.
 // Threads: as for strings; the environment must not be changed while it is read.
 #pragma once
 

@@ -15,7 +15,7 @@ bool NXS_PersistIn::open(char const* name, int openMode) {
     pos_type const start = pubseekoff(0, std::ios_base::cur, std::ios_base::in);
     pos_type const end = pubseekoff(0, std::ios_base::end, std::ios_base::in);
     if (start == pos_type(off_type(-1)) || end == pos_type(off_type(-1))) {
-        size_ = ~std::uint64_t{0}; // a device: whatever comes
+        isSized_ = false; // a pipe or a device: whatever comes
         return true;
     }
     size_ = static_cast<std::uint64_t>(end - start);
@@ -27,7 +27,12 @@ NXS_PersistIn::int_type NXS_PersistIn::underflow() {
     if (gptr() < egptr())
         return traits_type::to_int_type(*gptr());
     passed_ += static_cast<std::uint64_t>(egptr() - eback());
-    return std::filebuf::underflow();
+    try { // a directory, a failing disk: the stream library throws when the system cannot read
+        return std::filebuf::underflow();
+    } catch (...) {
+        setg(eback(), eback(), eback()); // counted already
+        return traits_type::eof();
+    }
 }
 
 unsigned int NXS_PersistIn::lineRead(char* p, unsigned int n) {
@@ -47,6 +52,8 @@ unsigned int NXS_PersistIn::lineRead(char* p, unsigned int n) {
 }
 
 std::uint64_t NXS_PersistIn::bytesLeft() const {
+    if (!isSized_)
+        return unsizedMax;
     std::uint64_t const used = passed_ + static_cast<std::uint64_t>(gptr() - eback());
     return used < size_ ? size_ - used : 0;
 }
@@ -100,9 +107,10 @@ NXS_PersistLoader::Ref NXS_PersistLoader::blockLoad(NX_PersistTextLoad& load,
     if (usable && (meta.type != nullptr || isStrict(load)))
         usable = meta.type == &nxPersistBlock && block->itemSize() == itemSize;
     if (usable && isStrict(load) && itemSize != 1) {
-        // Lists shared between directories would be directories that lie in two places.
-        usable = *meta.items == vectorClass && !meta.open &&
-                 (in(load).dirOpen == nullptr || block->itemQty() == 0);
+        // Lists shared between directories would be directories that lie in two places. Empty vectors of
+        // different classes share one constant block.
+        usable = block->itemQty() == 0 ||
+                 (*meta.items == vectorClass && !meta.open && in(load).dirOpen == nullptr);
     }
     if (!usable) {
         fail(load);
@@ -116,7 +124,8 @@ bool NXS_PersistLoader::itemQtyLoad(NX_PersistTextLoad& load, unsigned int* qty)
     NXS_PersistIn& buffer = in(load);
     *qty = 0;
     load >> *qty;
-    if (!load.fail() && *qty <= buffer.bytesLeft() / buffer.itemBytesMin)
+    std::uint64_t const left = buffer.bytesLeft();
+    if (!load.fail() && (*qty == 0 || std::uint64_t{*qty} * buffer.itemBytesMin + buffer.bytesOwed <= left))
         return true;
     fail(load);
     return false;

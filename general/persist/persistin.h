@@ -19,7 +19,8 @@ struct NXS_PersistType {
 inline constexpr NXS_PersistType nxPersistBlock{16, nullptr}; // the shared block of a vector
 inline constexpr NXS_PersistType nxPersistTextVec{8, nullptr};
 inline constexpr NXS_PersistType nxPersistFileAge{8, nullptr};
-inline constexpr NXS_PersistType nxPersistFileInfo{28, &nxPersistTextVec};
+inline constexpr NXS_PersistType nxPersistString{8, &nxPersistTextVec};
+inline constexpr NXS_PersistType nxPersistFileInfo{28, &nxPersistString};
 inline constexpr NXS_PersistType nxPersistDirInfo{40, &nxPersistFileInfo};
 inline constexpr NXS_PersistType nxPersistFileInfoVec{8, nullptr};
 inline constexpr NXS_PersistType nxPersistDirInfoVec{8, nullptr};
@@ -46,7 +47,7 @@ public:
     void skip() { gbump(1); }
     // Reads at most `n` characters, stopping before a line feed; the number read.
     unsigned int lineRead(char* p, unsigned int n);
-    // At most so many bytes can follow.
+    // At most so many bytes can follow; of input of unknown size, the most that open counts may claim.
     std::uint64_t bytesLeft() const;
     // The stream's position, as its own tellg gives it when nothing has failed.
     long position();
@@ -56,11 +57,15 @@ public:
     NX_DirInfo* dirOpen = nullptr; // the directory whose lists are being loaded
     unsigned int depth = 0;        // of objects within objects
     unsigned int itemBytesMin = 1; // what an item of the next vector takes up at least
+    std::uint64_t bytesOwed = 0;   // what the items take up at least that lists being loaded still expect
 
 protected:
-    int_type underflow() override;
+    int_type underflow() override; // a failing read is the end
 
 private:
+    static constexpr std::uint64_t unsizedMax = 8 << 20;
+
+    bool isSized_ = true;
     std::uint64_t size_ = 0;
     std::uint64_t passed_ = 0; // before the memory's contents
     char memory_[65536];

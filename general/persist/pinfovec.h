@@ -19,9 +19,13 @@ NX_PersistTextSave& nxInfoVecSave(NX_PersistTextSave& save, Info const* items, u
 template <class InfoVec>
 NX_PersistTextLoad& nxInfoVecLoad(NX_PersistTextLoad& load, InfoVec& coll) {
     NXS_PersistLoader::markLoad(load, '(');
+    std::uint64_t& owed = NXS_PersistLoader::in(load).bytesOwed;
+    owed += std::uint64_t{coll.itemQty()} * nxInfoBytesMin;
     if (unsigned int qty = coll.itemQty(); qty != 0) { // an empty list keeps its constant block
-        for (auto* item = coll.dataPMod(); qty != 0 && !NXS_PersistLoader::isFailed(load); --qty)
+        for (auto* item = coll.dataPMod(); qty != 0 && !NXS_PersistLoader::isFailed(load); --qty) {
+            owed -= nxInfoBytesMin;
             load >> *item++;
+        }
     }
     NXS_PersistLoader::markLoad(load, ')');
     return load;

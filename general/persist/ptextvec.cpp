@@ -1,6 +1,6 @@
-// general/persist/ptextvec.cpp - saving and loading texts.
+// general/persist/ptextvec.cpp - saving and loading texts and strings.
 #include "general/persist/persistin.h"
-#include "general/text/textvec.h"
+#include "general/text/stringa.h"
 
 NX_PersistTextSave& NX_TextVecA::dataSave(NX_PersistTextSave& save) const {
     return save.dataSave(dataPConst(), itemQty());
@@ -35,4 +35,17 @@ NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_TextVecA& text) {
 
 NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_TextVecA*& text) {
     return nxPersistLoad(load, text, nxPersistTextVec);
+}
+
+NX_PersistTextLoad& NX_StringA::collManLoad(NX_PersistTextLoad& load) {
+    return load >> *this;
+}
+
+NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_StringA& text) {
+    NX_StringA* p = &text;
+    return load >> p;
+}
+
+NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_StringA*& text) {
+    return nxPersistLoad(load, text, nxPersistString);
 }

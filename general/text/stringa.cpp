@@ -114,7 +114,9 @@ char const* NX_StringA::itemPConst(unsigned int n) const {
 }
 
 char* NX_StringA::itemPMod(unsigned int n) {
-    return NX_TextVecA::itemPMod(n);
+    char* const p = NX_TextVecA::itemPMod(n);
+    strTerminate();
+    return p;
 }
 
 char const* NX_StringA::itemPExtraConst(unsigned int n) const {

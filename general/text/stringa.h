@@ -14,6 +14,7 @@
 // of range is a programming error.
 #pragma once
 
+#include <concepts>
 #include <cstdarg>
 #include <cstdio>
 #include <iosfwd>
@@ -36,6 +37,8 @@ public:
     // Construction. Without text nothing is allocated.
     NX_StringA() = default;
     NX_StringA(unsigned int qty, unsigned int cap); // `qty` zero characters, room for `cap`
+    template <std::same_as<int> N> // two plain numbers are counts, not a character and a count
+    NX_StringA(N qty, unsigned int cap) : NX_StringA(static_cast<unsigned int>(qty), cap) {}
     NX_StringA(char const* text);
     NX_StringA(char const* text, unsigned int len);
     NX_StringA(char ch, unsigned int count);
@@ -63,15 +66,29 @@ public:
     // is. The modifiable forms make the block the string's own first.
     unsigned int strLen() const { return itemQty(); }
 
+    // As in the vector, with the zero behind what is left.
+    using NX_TextVecA::itemQty;
+    unsigned int itemQty(unsigned int n) { return terminated(NX_TextVecA::itemQty(n)); }
+    unsigned int dataDeleteAt(unsigned int pos, unsigned int n) {
+        return terminated(NX_TextVecA::dataDeleteAt(pos, n));
+    }
+    unsigned int itemDeleteAt(unsigned int pos) { return dataDeleteAt(pos, 1); }
+
     // Sets the length; new characters become `fill`. Returns the length before.
     unsigned int strLen(unsigned int len, char fill);
 
     char const* dataPConst() const { return textP(); }
-    char* dataPMod() { return NX_TextVecA::dataPMod(); }
+    char* dataPMod() {
+        char* const p = NX_TextVecA::dataPMod();
+        strTerminate();
+        return p;
+    }
     char const* dataPEndConst() const { return textP() + itemQty(); }
     char* dataPEndMod() { return dataPMod() + itemQty(); }
     char const* itemPConst(unsigned int n) const;
     char* itemPMod(unsigned int n);
+    char const& operator[](unsigned int n) const { return *itemPConst(n); }
+    char& operator[](unsigned int n) { return *itemPMod(n); }
     char const* itemPExtraConst(unsigned int n) const;
     unsigned int itemNum(char const* p) const { return static_cast<unsigned int>(p - textP()); }
 
@@ -293,11 +310,18 @@ public:
     int nameFindFirst(NX_FileFindType find);
     int nameFindNewest(NX_FileFindType find, NX_FileAgeType age);
 
+    NX_PersistTextLoad& collManLoad(NX_PersistTextLoad& load) override;
+
 protected:
     // The two texts one after the other.
     NX_StringA(char const* text1, unsigned int len1, char const* text2, unsigned int len2);
 
 private:
+    unsigned int terminated(unsigned int result) {
+        strTerminate();
+        return result;
+    }
+
     friend NX_EXPORT NX_StringA operator+(NX_StringA const& a, NX_StringA const& b);
     friend NX_EXPORT NX_StringA operator+(NX_StringA const& a, char const* b);
     friend NX_EXPORT NX_StringA operator+(char const* a, NX_StringA const& b);
@@ -327,13 +351,13 @@ NX_EXPORT NX_StringA operator+(char const* a, NX_StringA const& b);
 NX_EXPORT std::ostream& operator<<(std::ostream& out, NX_StringA const& text);
 NX_EXPORT std::istream& operator>>(std::istream& in, NX_StringA& text);
 
-// A string persists as the character vector it is.
+// A string is saved as the character vector it is, and loaded as a string; into a null pointer, loading makes
+// it.
 inline NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_StringA const& text) {
     return save << static_cast<NX_TextVecA const&>(text);
 }
-inline NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_StringA& text) {
-    return load >> static_cast<NX_TextVecA&>(text);
-}
+NX_EXPORT NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_StringA& text);
+NX_EXPORT NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_StringA*& text);
 
 // The library's default dictionary for strVarReplace: one per process, empty until the program fills it.
 NX_EXPORT NX_StringByName& NxStrVarDict();

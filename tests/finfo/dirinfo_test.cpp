@@ -1,4 +1,5 @@
-// Directory listings and trees: filters, patterns, sorting, and that children belong to the record that holds them.
+// Directory listings and trees: filters, patterns, sorting, and that children belong to the record that holds
+// them.
 #include "general/finfo/dirinfo.h"
 
 #include <filesystem>
@@ -23,7 +24,8 @@ void treeMake() {
     nxFileMake("tree/.hidden/f.txt", "f");
 }
 
-template <class Coll> std::string names(Coll const& coll) {
+template <class Coll>
+std::string names(Coll const& coll) {
     std::string text;
     for (unsigned int n = 0; n < coll.itemQty(); ++n)
         text += (n == 0 ? "" : " ") + std::string(coll[n].dataPConst());
@@ -73,7 +75,8 @@ TEST(FileInfo, ByName) {
     struct {
         char const* name;
         char const* record;
-    } const dirs[] = {{"tree/", "tree/"}, {"tree/s1/x*", "tree/s1/"}, {"tree\\", "tree\\"}, {"a.txt", ""}, {"/", "/"}};
+    } const dirs[] = {
+        {"tree/", "tree/"}, {"tree/s1/x*", "tree/s1/"}, {"tree\\", "tree\\"}, {"a.txt", ""}, {"/", "/"}};
     for (auto const& row : dirs) {
         NX_FileInfo const dir(row.name, nullptr, ageWrite, 1);
         EXPECT_STREQ(dir.dataPConst(), row.record);
@@ -108,7 +111,8 @@ TEST(FileInfo, ListsAndFilters) {
     for (auto const& row : table) {
         SCOPED_TRACE(std::string(row.where) + " " + (row.pattern != nullptr ? row.pattern : ""));
         NX_FileInfoVec const coll(row.where, row.leftOut ? leaveOut : NX_StringVecA(),
-                                  static_cast<NX_FileFindType>(row.find), nullptr, ageWrite, row.pattern, row.withDir);
+                                  static_cast<NX_FileFindType>(row.find), nullptr, ageWrite, row.pattern,
+                                  row.withDir);
         EXPECT_EQ(names(coll), row.found);
     }
     NX_FileInfoVec coll;
@@ -130,12 +134,14 @@ TEST(DirInfo, Trees) {
     EXPECT_TRUE(dir.typeIsDir());
     EXPECT_EQ(outline(dir), whole);
     expectOwnChildren(dir);
-    EXPECT_EQ(outline(treeRead(byNameDown)), "[a.txt b.dat tree/S2/[e.txt] tree/s1/[c.txt tree/s1/deep/[a.txt]]]");
+    EXPECT_EQ(outline(treeRead(byNameDown)),
+              "[a.txt b.dat tree/S2/[e.txt] tree/s1/[c.txt tree/s1/deep/[a.txt]]]");
 
     NX_StringVecA leaveOut;
     leaveOut += "s*";
     leaveOut += "E.TXT";
-    NX_DirInfo const filtered("tree/?*.txt", NX_DirInfo::nameCompare, leaveOut, onlyFiles, nullptr, ageWrite, "*.dat");
+    NX_DirInfo const filtered("tree/?*.txt", NX_DirInfo::nameCompare, leaveOut, onlyFiles, nullptr, ageWrite,
+                              "*.dat");
     EXPECT_EQ(outline(filtered), "[a.txt tree/s1/[c.txt tree/s1/deep/[a.txt]] tree/S2/[]]");
     NX_DirInfo const nowhere("nodir/", nullptr, leaveOut, onlyFiles, nullptr, ageWrite, nullptr);
     EXPECT_EQ(nowhere.subCollP(), nullptr);

@@ -32,6 +32,9 @@ TEST(Env, Variables) {
     NX_EnvString const copy(text);
     text = "NX_ENV_B";
     EXPECT_STREQ(text.dataPConst(), "b");
+    nxEnvironmentSet("b", std::string(500, '5').c_str());
+    text = text.dataPConst(); // its own text is the name, and gives way to the value
+    EXPECT_EQ(text.strLen(), 500u);
     text = "NX_ENV_NONE";
     EXPECT_EQ(text.strLen(), 0u);
     EXPECT_STREQ(copy.dataPConst(), "value of a");

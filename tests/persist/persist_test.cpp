@@ -151,9 +151,11 @@ TEST(Persist, Headers) {
     }
     int errors = 0;
     auto const count = [](void* context, NX_PersistTextLoad&, int, long) { ++*static_cast<int*>(context); };
-    NX_PersistTextLoad missing(NX_StringA("none.txt"), binary, 0, count, &errors);
-    EXPECT_EQ(missing.errorNum(), errorNumPersistText);
-    EXPECT_EQ(errors, 1);
+    for (char const* name : {".", "none.txt"}) { // a directory opens as a file in places, and cannot be read
+        NX_PersistTextLoad load(NX_StringA(name), binary, 0, count, &errors);
+        EXPECT_EQ(load.errorNum(), errorNumPersistText) << name;
+    }
+    EXPECT_EQ(errors, 2);
     EXPECT_NE(std::string(NxErrorBuf().dataPConst()).find(" F=none.txt"), std::string::npos);
 }
 
@@ -186,7 +188,7 @@ TEST(Persist, SharingSurvives) {
     NX_StringA c;
     NX_StringA d("old");
     NX_StringA none("old");
-    NX_TextVecA* p = nullptr;
+    NX_StringA* p = nullptr;
     NX_FileAge8* q = nullptr;
     NX_FileAge8* r = nullptr;
     NX_FileAge8* s = nullptr;
@@ -199,6 +201,16 @@ TEST(Persist, SharingSurvives) {
     EXPECT_TRUE(q == r && s == nullptr);
     EXPECT_EQ(q->ageCompareExact(age), 0);
     delete q;
+    std::string const bare = saved([&](NX_PersistTextSave& save) { save << &a; });
+    Loading made(bare);
+    NX_StringA* own = nullptr;
+    made.stream >> own;
+    EXPECT_STREQ(own->dataPConst(), "abc");
+    delete own;
+    NX_TextVecA vec;
+    Loading other(bare + "\nP1"); // a character vector is not a string
+    other.stream >> vec >> (own = nullptr);
+    EXPECT_EQ(other.errors, 1);
     // A text that begins with white space comes back otherwise, as the format says.
     NX_PersistTextLoad plain((nxFileMake("load.txt", "S0\nD\nD5  ab\ncd"), "load.txt"), binary, 0);
     plain >> c;

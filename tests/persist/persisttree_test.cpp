@@ -93,6 +93,15 @@ TEST(PersistTree, RoundTrip) {
     EXPECT_EQ(rest.errorNum(), 0);
     EXPECT_STREQ(nameBack.dataPConst(), name.dataPConst());
 
+    {
+        NX_PersistTextSave save("tree.lod", binary, 0);
+        save << NX_DirInfoVec() << dir;
+    }
+    NX_DirInfoVec noDirs; // the empty lists of every class share one block
+    NX_PersistTextLoad both(NX_StringA("tree.lod"), binary, 0, quiet, nullptr);
+    both >> noDirs >> back;
+    EXPECT_EQ(both.errorNum(), 0);
+
     // A list alone, whose records' directory is made by loading and holds the same list.
     NX_FileInfoVec const files(dir.fileColl());
     nxFileMake("tree.lod", saved(files));
@@ -147,6 +156,14 @@ TEST(PersistTree, HostileTexts) {
     };
     for (auto const& row : table)
         EXPECT_EQ(loaded<NX_DirInfo>(row.text), errorNumPersistText) << row.what;
+    // What one list still expects is not there for the lists in its records.
+    std::string nested = "S0" + dirText("P0", empty + "\nD\nD40( " + dirText("P1", empty + "\nD\nD40( "));
+    std::size_t const second = nested.rfind('(');
+    nxFileMake("tree.lod", nested.append(300, ' '));
+    NX_PersistTextLoad load(NX_StringA("tree.lod"), binary, 0, quiet, nullptr);
+    NX_DirInfo dir;
+    load >> dir;
+    EXPECT_EQ(load.errorPos(), static_cast<long>(second));
     EXPECT_EQ(loaded<NX_DirInfo>("S0" + dirText("P0", empty + "\nP0")),
               0); // the texts are right but for their fault
 }

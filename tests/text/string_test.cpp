@@ -39,6 +39,13 @@ TEST(String, construction) {
     EXPECT_EQ("n=123", text(NX_StringA(old)));
     NX_StringA const a("ab");
     EXPECT_EQ("abab|abX|Xab", text(a + a + "|" + (a + "X") + "|" + ("X" + a)));
+    EXPECT_EQ(5u, NX_StringA(5, 9).itemQty()) << "two numbers are counts";
+    // The zero is in place however the vector below was shortened.
+    NX_StringA shorter("hello");
+    shorter.itemQty(4);
+    EXPECT_STREQ("hell", shorter.dataPMod());
+    shorter.dataDeleteAt(0, 2);
+    EXPECT_STREQ("ll", &shorter[0]);
 }
 
 // Copies share; each kind of write leaves the other handle alone, and only the written one gets a new block.

@@ -18,9 +18,9 @@ void expectSame(std::string const& format, Values... values) {
     EXPECT_STREQ(expected, s.dataPConst()) << format;
 }
 
-// Calls `check` with every specification made of up to all of these flags, a width and a precision.
+// Calls `check` with every directive made of up to all of these flags, a width and a precision.
 template <class Check>
-void everySpecification(std::string const& flags, Check check) {
+void everyDirective(std::string const& flags, Check check) {
     for (unsigned int set = 0; set < 1u << flags.size(); ++set) {
         std::string start("<%");
         for (std::size_t i = 0; i < flags.size(); ++i) {
@@ -35,20 +35,20 @@ void everySpecification(std::string const& flags, Check check) {
 }
 
 TEST(StringFormat, wholeNumbers) {
-    everySpecification("-+ 0", [](std::string const& s) {
+    everyDirective("-+ 0", [](std::string const& s) {
         for (int value : {0, 7, -42, INT32_MAX, INT32_MIN}) {
             expectSame(s + "hi>", value);
             expectSame(s + "ld>", static_cast<long>(value));
             expectSame(s + "lld>", value * 0x100000000LL);
         }
     });
-    everySpecification("-#0", [](std::string const& s) {
+    everyDirective("-#0", [](std::string const& s) {
         for (unsigned int value : {0u, 0xABCDEFu, 0xFFFFFFFFu}) {
             expectSame(s + "hx>", value);
             expectSame(s + "lX>", static_cast<unsigned long>(value));
         }
     });
-    everySpecification("-0", [](std::string const& s) {
+    everyDirective("-0", [](std::string const& s) {
         for (unsigned int value : {0u, 3000000000u})
             expectSame(s + "u> " + s + "llo>", value, value * 0x100000001ULL);
     });
@@ -56,7 +56,7 @@ TEST(StringFormat, wholeNumbers) {
 }
 
 TEST(StringFormat, floatingPoint) {
-    everySpecification("-+ #0", [](std::string const& s) {
+    everyDirective("-+ #0", [](std::string const& s) {
         for (char const* letter : {"e>", "E>", "f>", "F>", "g>", "G>"}) {
             for (double value : {0.0, -1.5, 123456.789, 1e-7, 2.5e300})
                 expectSame(s + letter, value);
@@ -67,7 +67,7 @@ TEST(StringFormat, floatingPoint) {
 }
 
 TEST(StringFormat, textAndCharacters) {
-    everySpecification("-", [](std::string const& s) { expectSame(s + "s>%%", "abcdefghijklmnop"); });
+    everyDirective("-", [](std::string const& s) { expectSame(s + "s>%%", "abcdefghijklmnop"); });
     expectSame("%c <%5c> <%-5c>", 'x', 'y', 'z');
     char const open[] = {'a', 'b', 'c'}; // not terminated
     NX_StringA s;
