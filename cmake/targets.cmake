@@ -18,6 +18,15 @@ function(nx_sources)
     target_sources(vx7base PRIVATE ${ARGN})
 endfunction()
 
+# nx_strings(TARGET SCRIPT.rc TEXTS.str): string resources, which only Windows takes from a resource script. The
+# script is compiled anew when the texts change.
+function(nx_strings target script texts)
+    if(WIN32)
+        target_sources(${target} PRIVATE ${script})
+        set_source_files_properties(${script} PROPERTIES OBJECT_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${texts})
+    endif()
+endfunction()
+
 # nx_tests(FILE... [LIBRARIES LIB...]): the tests of one folder become one executable, test_<folder>.
 function(nx_tests)
     cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})

@@ -79,7 +79,7 @@ bool optionKnown(Command command, char const* option) {
 } // namespace
 
 int optionsRead(int argc, char** argv, Options& options) {
-    if (argc < 2)
+    if (argc < 2 || std::strcmp(argv[1], "help") == 0)
         return 0;
     int command = 0;
     if (!wordFind(commands, argv[1], command))

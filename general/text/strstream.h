@@ -1,4 +1,4 @@
-// Private header. general/text/strstream.h - the standard's character-array streams, without the notice that
+// general/text/strstream.h - the standard's character-array streams, without the notice that
 // they are old.
 #pragma once
 

@@ -127,6 +127,27 @@ TEST(App, TheLibraryWorksBeforeAndAfter) {
     NxErrorOk();
 }
 
+struct Late {
+    ~Late() {
+        NxERROR(errorNumFileNotFound);
+        NxErrorLog("from a late destructor");
+    }
+};
+
+// The object is made before anything of the library, so its end comes after all of the library's own.
+int exitLate(int, char**) {
+    static Late const late;
+    return NX_AppNull(infoOf(testArgs)).appBegin();
+}
+
+NXS_ChildEntry const entry("exit-late", exitLate);
+
+TEST(App, DestructorsAfterTheEndMayStillRecordAndLog) {
+    nxLogErase();
+    EXPECT_EQ(nxRunSelf("exit-late"), 0);
+    EXPECT_NE(nxFileContent("quorix.log").find("Note: from a late destructor"), std::string::npos);
+}
+
 TEST(Validate, MatchAndMismatch) {
     NX_MainInfo const info = infoOf(testArgs);
     NX_BaseVersion version = NX_BASE_VERSION;

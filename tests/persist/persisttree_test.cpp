@@ -160,10 +160,12 @@ TEST(PersistTree, HostileTexts) {
     std::string nested = "S0" + dirText("P0", empty + "\nD\nD40( " + dirText("P1", empty + "\nD\nD40( "));
     std::size_t const second = nested.rfind('(');
     nxFileMake("tree.lod", nested.append(300, ' '));
-    NX_PersistTextLoad load(NX_StringA("tree.lod"), binary, 0, quiet, nullptr);
-    NX_DirInfo dir;
-    load >> dir;
-    EXPECT_EQ(load.errorPos(), static_cast<long>(second));
+    {
+        NX_PersistTextLoad load(NX_StringA("tree.lod"), binary, 0, quiet, nullptr);
+        NX_DirInfo dir;
+        load >> dir;
+        EXPECT_EQ(load.errorPos(), static_cast<long>(second));
+    }
     EXPECT_EQ(loaded<NX_DirInfo>("S0" + dirText("P0", empty + "\nP0")),
               0); // the texts are right but for their fault
 }

@@ -1,0 +1,15 @@
+# The DLL exports the version check under its plain name and imports nothing but modules of the system.
+# Usage: cmake -DOBJDUMP=... -DDLL=... -P dllcheck.cmake
+execute_process(COMMAND ${OBJDUMP} -p ${DLL} OUTPUT_VARIABLE dump COMMAND_ERROR_IS_FATAL ANY)
+if(NOT dump MATCHES "\\] NxBaseDllValidate[\r\n]")
+    message(FATAL_ERROR "NxBaseDllValidate is not exported")
+endif()
+string(REGEX MATCHALL "DLL Name: [^\r\n]+" imports "${dump}")
+if(NOT imports)
+    message(FATAL_ERROR "no imports found in ${DLL}")
+endif()
+foreach(import ${imports})
+    if(NOT import MATCHES "^DLL Name: (KERNEL32|USER32|msvcrt)\\.dll$")
+        message(FATAL_ERROR "${import} is not a module of the system")
+    endif()
+endforeach()
