@@ -43,8 +43,7 @@ int CatalogApp::appMain() {
 int CatalogApp::run(Options const& options) {
     switch (options.command) {
     case Command::scan: {
-        Catalogue catalogue;
-        catalogue.optionsTake(options);
+        Catalogue catalogue(options.choices);
         return catalogue.dirRead(options.first) == -1 ? -1 : catalogue.fileSave(options.second);
     }
     case Command::show:

@@ -78,17 +78,17 @@ int sumAppend(NX_StringA const& file) {
 }
 
 // 0 when the file ends with its checksum; -1 with an error recorded.
-int sumCheck(NX_StringA const& file) {
-    NX_File stored(file, NX_File::modeReadDenyWrite);
+int sumCheck(NX_File& stored) {
     NX_TextVecA content;
-    if (stored.fileIsOpen() == 0 || content.dataRead(stored) == -1)
+    if (content.dataRead(stored) == -1)
         return -1;
     unsigned int const size = content.itemQty();
     if (size < SumLine::size)
-        return damaged(file, size);
+        return damaged(stored.fileName(), size);
     NX_StringA const found(content.dataPConst() + (size - SumLine::size), SumLine::size);
     content.itemQty(size - SumLine::size);
-    return found.strCompare(SumLine(content).line(), NX_CompareExact) == 0 ? 0 : damaged(file, size);
+    return found.strCompare(SumLine(content).line(), NX_CompareExact) == 0 ? 0
+                                                                           : damaged(stored.fileName(), size);
 }
 
 template <class Info>
@@ -144,26 +144,12 @@ FileCompare fileCompare(Order order) {
     return compareFor<NX_FileInfo>(order);
 }
 
-void Catalogue::optionsTake(Options const& options) {
-    pattern_ = options.pattern;
-    leaveOut_ = options.leaveOut;
-    find_ = options.find;
-    order_ = options.order;
-}
-
-void Catalogue::optionsTake(Catalogue const& other) {
-    pattern_ = other.pattern_;
-    leaveOut_ = other.leaveOut_;
-    find_ = other.find_;
-    order_ = other.order_;
-}
-
 // Scanning takes a directory that may not be read, or whose path is too long for a search, for an empty one,
 // and the file cannot keep every name.
 int Catalogue::dirCheck(NX_DirInfo const& dir) const {
     if (!nameKeeps(dir))
         return fail(errorNameKept, dir);
-    if (dir.strLen() + std::max(pattern_.strLen(), 3u) > pathMost)
+    if (dir.strLen() + std::max(choices_.pattern.strLen(), 3u) > pathMost)
         return fail(errorPathLong, dir);
     if (dir.fileColl().itemQty() == 0 && dir.subColl().itemQty() == 0) {
         std::error_code code;
@@ -189,19 +175,17 @@ int Catalogue::dirRead(NX_StringA const& dir) {
     name.nameDirSep();
     {
         Progress const progress;
-        root_ = std::make_unique<NX_DirInfo>(name, dirCompare(order_), leaveOut_, find_, nullptr, ageWrite,
-                                             pattern_.dataPConst());
+        root_ = std::make_unique<NX_DirInfo>(name, dirCompare(choices_.order), choices_.leaveOut,
+                                             choices_.find, nullptr, ageWrite, choices_.pattern.dataPConst());
     }
     return dirCheck(*root_);
 }
 
 int Catalogue::fileLoad(NX_StringA const& file) {
-    {
-        // Tells a file that is missing, locked or a directory from one that is damaged.
-        NX_File const probe(file, NX_File::modeReadDenyWrite);
-        if (probe.fileIsOpen() == 0)
-            return -1;
-    }
+    // Tells a file that is missing, locked or a directory from one that is damaged, and keeps writers away.
+    NX_File stored(file, NX_File::modeReadDenyWrite);
+    if (stored.fileIsOpen() == 0)
+        return -1;
     NX_PersistTextLoad load(file, static_cast<int>(std::ios::binary), 0, loadFailed, nullptr);
     NX_StringA word;
     NX_StringA leaveOut;
@@ -209,24 +193,24 @@ int Catalogue::fileLoad(NX_StringA const& file) {
     int order = 0;
     load >> word;
     if (load.errorNum() == 0 && word.strCompare(magic, NX_CompareExact) == 0) {
-        load >> pattern_ >> leaveOut >> find >> order;
+        load >> choices_.pattern >> leaveOut >> find >> order;
         NX_DirInfo* loaded = nullptr;
         load >> loaded;
         root_.reset(loaded);
     }
-    if (load.errorNum() != 0 || (root_ == nullptr ? damaged(file, 0) : sumCheck(file)) == -1) {
+    if (load.errorNum() != 0 || (root_ == nullptr ? damaged(file, 0) : sumCheck(stored)) == -1) {
         root_.reset();
         return -1;
     }
-    find_ = static_cast<NX_FileFindType>(find);
-    order_ = static_cast<Order>(order);
-    leaveOut_.collDefault();
+    choices_.find = static_cast<NX_FileFindType>(find);
+    choices_.order = static_cast<Order>(order);
+    choices_.leaveOut.collDefault();
     NX_TokenizerA names(leaveOut);
     for (;;) {
         NX_CharASub const name = names("/");
         if (name.itemQty() == 0)
             return 0;
-        leaveOut_ += NX_StringA(name);
+        choices_.leaveOut += NX_StringA(name);
     }
 }
 
@@ -236,14 +220,14 @@ int Catalogue::read(NX_StringA const& name) {
 
 int Catalogue::write(NX_StringA const& file) const {
     NX_StringA leaveOut;
-    for (NX_StringVecAPtrConst name(leaveOut_); name.itemIsAvail() != 0; ++name) {
+    for (NX_StringVecAPtrConst name(choices_.leaveOut); name.itemIsAvail() != 0; ++name) {
         if (leaveOut.strLen() != 0)
             leaveOut += '/';
         leaveOut += *name;
     }
     NX_PersistTextSave save(file, static_cast<int>(std::ios::binary), 0);
-    save << NX_StringA(magic) << pattern_ << leaveOut << ' ' << static_cast<int>(find_) << ' '
-         << static_cast<int>(order_) << root_.get();
+    save << NX_StringA(magic) << choices_.pattern << leaveOut << ' ' << static_cast<int>(choices_.find) << ' '
+         << static_cast<int>(choices_.order) << root_.get();
     save << '\n';
     save.flush();
     return save.good() ? 0 : fail(errorNumDiskFull, file);

@@ -11,11 +11,11 @@
 
 class Catalogue {
 public:
-    // The choices of the command line that decide what is read.
-    void optionsTake(Options const& options);
+    Catalogue() = default;
+    explicit Catalogue(Choices const& choices) : choices_(choices) {}
 
-    // The choices by which another catalogue was read.
-    void optionsTake(Catalogue const& other);
+    // By which the tree is or was read: those given, or those of the file that was loaded.
+    Choices const& choices() const { return choices_; }
 
     // Reads the tree of a directory. 0, or -1 with an error recorded: no directory, one that may not be read,
     // a name that the file's format cannot keep.
@@ -34,16 +34,11 @@ public:
     // The tree; only after one of the reading operations has returned 0.
     NX_DirInfo const& root() const { return *root_; }
 
-    Order order() const { return order_; }
-
 private:
     int write(NX_StringA const& file) const;
     int dirCheck(NX_DirInfo const& dir) const;
 
-    NX_StringA pattern_ = "*.*";
-    NX_StringVecA leaveOut_;
-    NX_FileFindType find_ = NX_FileFindNoDir;
-    Order order_ = Order::none;
+    Choices choices_;
     std::unique_ptr<NX_DirInfo> root_;
 };
 

@@ -96,22 +96,16 @@ private:
 } // namespace
 
 int commandDiff(Options const& options) {
-    Catalogue older;
-    Catalogue newer;
-    // A directory is read the way the catalogue beside it was.
-    if (nameIsTree(options.first)) {
-        if (newer.read(options.second) == -1)
-            return -1;
-        older.optionsTake(newer);
-        if (older.read(options.first) == -1)
-            return -1;
-    } else {
-        if (older.read(options.first) == -1)
-            return -1;
-        newer.optionsTake(older);
-        if (newer.read(options.second) == -1)
-            return -1;
-    }
+    // A directory is read the way the catalogue beside it was, so the catalogue comes first.
+    bool const newFirst = nameIsTree(options.first);
+    Catalogue leader;
+    if (leader.read(newFirst ? options.second : options.first) == -1)
+        return -1;
+    Catalogue follower(leader.choices());
+    if (follower.read(newFirst ? options.first : options.second) == -1)
+        return -1;
+    Catalogue const& older = newFirst ? follower : leader;
+    Catalogue const& newer = newFirst ? leader : follower;
     Difference difference(older.root(), newer.root(), options.contents);
     if (difference.dirs(older.root(), newer.root()) == -1)
         return -1;

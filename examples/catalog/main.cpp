@@ -1,7 +1,5 @@
 #include "examples/catalog/app.h"
 
-#include <cstdlib>
-
 int main(int argc, char** argv) {
     NX_MainInfo const info = {nullptr, argc, argv, nullptr, nullptr};
     CatalogApp app(info);

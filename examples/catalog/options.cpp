@@ -47,17 +47,17 @@ int valueRead(Options& options, char const* option, char const* value) {
     if (!nameKeeps(value) || (std::strcmp(option, "--leave-out") == 0 && std::strchr(value, '/') != nullptr))
         return fail(errorOptionText, value);
     if (std::strcmp(option, "--pattern") == 0) {
-        options.pattern = value;
+        options.choices.pattern = value;
     } else if (std::strcmp(option, "--leave-out") == 0) {
-        options.leaveOut += NX_StringA(value);
+        options.choices.leaveOut += NX_StringA(value);
     } else if (std::strcmp(option, "--sort") == 0) {
         if (!wordFind(orders, value, number))
             return fail(errorOptionText, value);
-        options.order = static_cast<Order>(number);
+        options.choices.order = static_cast<Order>(number);
     } else {
         if (!wordFind(classes, value, number))
             return fail(errorOptionText, value);
-        options.find = static_cast<NX_FileFindType>(number | NX_FileFindNoDir);
+        options.choices.find = static_cast<NX_FileFindType>(number | NX_FileFindNoDir);
     }
     return 0;
 }

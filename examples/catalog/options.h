@@ -6,14 +6,19 @@
 enum class Command { help, scan, show, find, diff };
 enum class Order : int { none, name, age, size };
 
+// What decides which files of a directory are read, and how they are shown.
+struct Choices {
+    NX_StringA pattern = "*.*";
+    NX_StringVecA leaveOut;
+    NX_FileFindType find = NX_FileFindNoDir; // files of every class
+    Order order = Order::none;
+};
+
 struct Options {
     Command command = Command::help;
     NX_StringA first;  // DIR, FILE or OLD
     NX_StringA second; // FILE, PATTERN or NEW
-    NX_StringA pattern = "*.*";
-    NX_StringVecA leaveOut;
-    Order order = Order::none;
-    NX_FileFindType find = NX_FileFindNoDir; // files of every class
+    Choices choices;
     bool contents = false;
 };
 

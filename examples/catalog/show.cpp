@@ -69,7 +69,7 @@ int commandShow(Options const& options) {
     Catalogue catalogue;
     if (catalogue.fileLoad(options.first) == -1)
         return -1;
-    Tree tree(options.order != Order::none ? options.order : catalogue.order());
+    Tree tree(options.choices.order != Order::none ? options.choices.order : catalogue.choices().order);
     tree.show(catalogue.root(), 0);
     NX_StringA format;
     format.strLoad(121);
