@@ -17,7 +17,7 @@ class NXS_FileObject final : public NXS_HandleObject {
 public:
     static constexpr NXS_HandleType handleType = NXS_HandleType::file;
 
-    explicit NXS_FileObject(int descriptor) : NXS_HandleObject(handleType), file(descriptor) {}
+    NXS_FileObject() : NXS_HandleObject(handleType) {}
     ~NXS_FileObject() override;
     DWORD handleClosed() override;
 
@@ -27,7 +27,7 @@ public:
     // The descriptor for byte-range locks and for asking about them.
     int lockFile() const { return lockDescriptor.load(std::memory_order_acquire); }
 
-    int const file;
+    int file = -1; // the descriptor; set once, by the opening
     std::atomic<int> lockDescriptor{-1};
     DWORD access = 0;
     DWORD share = 0;

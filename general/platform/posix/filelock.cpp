@@ -11,6 +11,7 @@
 #include <condition_variable>
 #include <cstdio>
 #include <map>
+#include <new>
 #include <vector>
 
 #include "general/platform/posix/calls.h"
@@ -145,9 +146,14 @@ void systemRelease(std::vector<Record> const& records, NXS_FileObject const& obj
 
 void recordErase(Table& locks, NXS_FileObject const& object, std::vector<Record>::iterator record) {
     auto const file = locks.files.find(keyOf(object));
-    Range const range = record->range;
+    Record const gone = *record;
     file->second.erase(record);
-    systemRelease(file->second, object, range);
+    try {
+        systemRelease(file->second, object, gone.range);
+    } catch (std::bad_alloc const&) {
+        file->second.push_back(gone); // there is room: the lock stays as it was
+        throw;
+    }
     if (file->second.empty()) {
         locks.files.erase(file);
     }
@@ -209,10 +215,10 @@ DWORD lockPlace(NXS_FileObject& object, Range const& range, bool exclusive, bool
             locks.changed.wait(guard);
         }
         std::vector<Record>& records = locks.files[keyOf(object)];
+        std::vector<Piece> const pieces = piecesOf(records, object, range);
         Record const pending{range, &object, exclusive, true};
         records.push_back(pending);
         locks.qty.fetch_add(1, std::memory_order_relaxed);
-        std::vector<Piece> const pieces = piecesOf(records, object, range);
         guard.unlock();
         DWORD const code = systemPlace(object, pieces, exclusive, wait);
         guard.lock();
@@ -273,9 +279,11 @@ BOOL LockFileEx(HANDLE file, DWORD flags, DWORD reserved, DWORD sizeLow, DWORD s
     if (range.length > 0 && range.begin + (range.length - 1) < range.begin) {
         return nxFail(ERROR_INVALID_LOCK_RANGE);
     }
-    code = lockPlace(*object, range, (flags & LOCKFILE_EXCLUSIVE_LOCK) != 0,
-                     (flags & LOCKFILE_FAIL_IMMEDIATELY) == 0);
-    return code == 0 ? TRUE : nxFail(code);
+    return nxGuarded(FALSE, [&] {
+        DWORD const refusal = lockPlace(*object, range, (flags & LOCKFILE_EXCLUSIVE_LOCK) != 0,
+                                        (flags & LOCKFILE_FAIL_IMMEDIATELY) == 0);
+        return refusal == 0 ? TRUE : nxFail(refusal);
+    });
 }
 
 BOOL UnlockFileEx(HANDLE file, DWORD reserved, DWORD sizeLow, DWORD sizeHigh, OVERLAPPED* at) {
@@ -288,19 +296,21 @@ BOOL UnlockFileEx(HANDLE file, DWORD reserved, DWORD sizeLow, DWORD sizeHigh, OV
         return nxFail(code);
     }
     Range const range = rangeOf(*at, sizeLow, sizeHigh);
-    Table& locks = table();
-    std::lock_guard<std::mutex> guard(locks.mutex);
-    auto const found = locks.files.find(keyOf(*object));
-    if (found != locks.files.end()) {
-        for (bool const exclusive : {true, false}) {
-            auto const record = recordFind(found->second, {range, object.get(), exclusive, false});
-            if (record != found->second.end()) {
-                recordErase(locks, *object, record);
-                return TRUE;
+    return nxGuarded(FALSE, [&] {
+        Table& locks = table();
+        std::lock_guard<std::mutex> guard(locks.mutex);
+        auto const found = locks.files.find(keyOf(*object));
+        if (found != locks.files.end()) {
+            for (bool const exclusive : {true, false}) {
+                auto const record = recordFind(found->second, {range, object.get(), exclusive, false});
+                if (record != found->second.end()) {
+                    recordErase(locks, *object, record);
+                    return TRUE;
+                }
             }
         }
-    }
-    return nxFail(ERROR_NOT_LOCKED);
+        return nxFail(ERROR_NOT_LOCKED);
+    });
 }
 
 bool nxLockAllows(NXS_FileObject& object, std::uint64_t at, std::uint64_t size, bool write) {

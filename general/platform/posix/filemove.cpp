@@ -315,30 +315,35 @@ DWORD deleteFile(LPCSTR name) {
     return nxSeam.unlinkAt(AT_FDCWD, path.text, 0) < 0 ? nxPathError(path, errno) : 0;
 }
 
-BOOL result(DWORD code) {
+// Runs a call that ends in 0 or a code.
+template <class Body>
+BOOL result(Body body) {
+    DWORD const code = nxGuarded<DWORD>(ERROR_NOT_ENOUGH_MEMORY, body);
     return code == 0 ? TRUE : nxFail(code);
 }
 
 } // namespace
 
 BOOL CopyFileA(LPCSTR from, LPCSTR to, BOOL failIfExists) {
-    NXS_Path source;
-    NXS_Path target;
-    DWORD code = nxFileName(from, source);
-    if (code == 0) {
-        code = nxFileName(to, target);
-    }
-    return result(code != 0 ? code : copyFile(source, target, failIfExists != FALSE));
+    return result([=] {
+        NXS_Path source;
+        NXS_Path target;
+        DWORD code = nxFileName(from, source);
+        if (code == 0) {
+            code = nxFileName(to, target);
+        }
+        return code != 0 ? code : copyFile(source, target, failIfExists != FALSE);
+    });
 }
 
 BOOL MoveFileA(LPCSTR from, LPCSTR to) {
-    return result(moveFile(from, to, MOVEFILE_COPY_ALLOWED));
+    return MoveFileExA(from, to, MOVEFILE_COPY_ALLOWED);
 }
 
 BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags) {
-    return result(moveFile(from, to, flags));
+    return result([=] { return moveFile(from, to, flags); });
 }
 
 BOOL DeleteFileA(LPCSTR name) {
-    return result(deleteFile(name));
+    return result([=] { return deleteFile(name); });
 }

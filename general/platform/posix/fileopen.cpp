@@ -4,6 +4,7 @@
 #include <sys/sysmacros.h>
 
 #include <cstring>
+#include <new>
 
 #include "general/platform/posix/calls.h"
 #include "general/platform/posix/file.h"
@@ -168,12 +169,14 @@ NXS_FileObject* nxFileOpen(NXS_Path const& path, NXS_FileOpenArgs const& args, D
     if (path.device) {
         taken.creation = OPEN_EXISTING;
     }
+    // Made first: without memory for it no file is made either.
+    NXS_HandleRef<NXS_FileObject> object(new (std::nothrow) NXS_FileObject);
     Opened opened;
-    code = openBy(path, taken, opened);
+    code = object ? openBy(path, taken, opened) : DWORD{ERROR_NOT_ENOUGH_MEMORY};
     if (code != 0) {
         return nullptr;
     }
-    NXS_HandleRef<NXS_FileObject> object(new NXS_FileObject(opened.file));
+    object->file = opened.file;
     struct statx found;
     if (nxSeam.stat(opened.file, "", AT_EMPTY_PATH, STATX_TYPE | STATX_MODE | STATX_INO, &found) < 0) {
         code = nxErrorFromErrno(errno);
@@ -216,18 +219,21 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES*,
     if ((access & genericAll) != 0) {
         access = (access & ~genericAll) | GENERIC_READ | GENERIC_WRITE;
     }
-    NXS_Path path;
-    NXS_FileObject* object = nullptr;
-    DWORD code = nxFileName(name, path);
-    if (code == 0) {
-        object = nxFileOpen(path, {access, share, creation, flags, 0666}, code);
-    }
-    nxErrorSet(code);
-    return object == nullptr ? INVALID_HANDLE_VALUE : nxHandleOpen(object);
+    HANDLE const handle = nxGuarded<HANDLE>(nullptr, [=] {
+        NXS_Path path;
+        NXS_FileObject* object = nullptr;
+        DWORD code = nxFileName(name, path);
+        if (code == 0) {
+            object = nxFileOpen(path, {access, share, creation, flags, 0666}, code);
+        }
+        nxErrorSet(code);
+        return object == nullptr ? nullptr : nxHandleOpen(object);
+    });
+    return handle == nullptr ? INVALID_HANDLE_VALUE : handle;
 }
 
 DWORD NXS_FileObject::finish() {
-    if (finished_) {
+    if (finished_ || file < 0) {
         return 0;
     }
     finished_ = true;

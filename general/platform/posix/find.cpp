@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstring>
 #include <mutex>
+#include <new>
 
 #include "general/platform/posix/calls.h"
 #include "general/platform/posix/file.h"
@@ -353,7 +354,10 @@ HANDLE FindFirstFileExA(LPCSTR pattern, FINDEX_INFO_LEVELS level, void* found, F
     if (code != 0) {
         return refuse(code);
     }
-    NXS_HandleRef<Search> search(new Search);
+    NXS_HandleRef<Search> search(new (std::nothrow) Search);
+    if (!search) {
+        return refuse(ERROR_NOT_ENOUGH_MEMORY);
+    }
     if (path.wild) {
         code = search->begin(path, operation == FindExSearchLimitToDirectories);
         if (code == 0) {
@@ -363,7 +367,11 @@ HANDLE FindFirstFileExA(LPCSTR pattern, FINDEX_INFO_LEVELS level, void* found, F
     } else {
         code = findOne(path, *data);
     }
-    return code != 0 ? refuse(code) : nxHandleOpen(search.detach());
+    if (code != 0) {
+        return refuse(code);
+    }
+    HANDLE const handle = nxHandleOpen(search.detach());
+    return handle == nullptr ? INVALID_HANDLE_VALUE : handle;
 }
 
 BOOL FindNextFileA(HANDLE search, WIN32_FIND_DATAA* data) {

@@ -2,7 +2,6 @@
 #include "general/platform/posix/handles.h"
 
 #include <mutex>
-#include <new>
 #include <vector>
 
 #include "general/platform/posix/calls.h"
@@ -70,17 +69,20 @@ DWORD handleClose(HANDLE handle, Accept accept) {
 } // namespace
 
 HANDLE nxHandleOpen(NXS_HandleObject* object) {
-    Table& handles = table();
-    std::lock_guard<std::mutex> guard(handles.mutex);
-    std::size_t index = handles.firstFree;
-    if (index != 0) {
-        handles.firstFree = handles.entries[index].nextFree;
-        handles.entries[index].object = object;
+    NXS_HandleRef<NXS_HandleObject> entered(object);
+    return nxGuarded<HANDLE>(nullptr, [&entered] {
+        Table& handles = table();
+        std::lock_guard<std::mutex> guard(handles.mutex);
+        std::size_t index = handles.firstFree;
+        if (index == 0) {
+            index = handles.entries.size();
+            handles.entries.push_back(Entry{nullptr, 0});
+        } else {
+            handles.firstFree = handles.entries[index].nextFree;
+        }
+        handles.entries[index].object = entered.detach();
         return handleOf(index);
-    }
-    index = handles.entries.size();
-    handles.entries.push_back(Entry{object, 0});
-    return handleOf(index);
+    });
 }
 
 NXS_HandleObject* nxHandleFind(HANDLE handle, NXS_HandleType type) {

@@ -73,7 +73,8 @@ private:
     T* object_ = nullptr;
 };
 
-// Enters `object` (whose first reference the table takes over) and returns its handle, never null.
+// Enters `object`, whose first reference the table takes over, and returns its handle. Null, with
+// ERROR_NOT_ENOUGH_MEMORY set and the object released, when the table cannot grow.
 HANDLE nxHandleOpen(NXS_HandleObject* object);
 
 // The object of a handle of the given type with one reference more, or null. Sets no error.

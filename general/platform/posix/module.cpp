@@ -11,11 +11,11 @@
 #include <cstdint>
 #include <cstring>
 #include <mutex>
-#include <new>
 #include <string>
 #include <vector>
 
 #include "general/platform/platform.h"
+#include "general/platform/posix/error.h"
 #include "general/platform/posix/modulebase.h"
 #include "general/platform/posix/modulefile.h"
 #include "general/platform/posix/seam.h"
@@ -96,17 +96,6 @@ Image imageAt(void* base) {
     if (base != nullptr)
         ::dl_iterate_phdr(imageVisit, &image);
     return image;
-}
-
-// Runs the body of a call; when it runs out of memory the call fails.
-template <class R, class Body>
-R guarded(R failed, Body body) {
-    try {
-        return body();
-    } catch (std::bad_alloc const&) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return failed;
-    }
 }
 
 HMODULE moduleFail(DWORD code) {
@@ -366,7 +355,7 @@ void* nxModuleBaseOfProgram() {
 HMODULE LoadLibraryA(LPCSTR name) {
     if (name == nullptr || *name == '\0')
         return moduleFail(ERROR_MOD_NOT_FOUND);
-    return guarded<HMODULE>(nullptr, [name] { return libraryLoad(name); });
+    return nxGuarded<HMODULE>(nullptr, [name] { return libraryLoad(name); });
 }
 
 BOOL FreeLibrary(HMODULE module) {
@@ -374,27 +363,27 @@ BOOL FreeLibrary(HMODULE module) {
         SetLastError(ERROR_INVALID_HANDLE);
         return FALSE;
     }
-    return guarded(FALSE, [module] { return libraryFree(module); });
+    return nxGuarded(FALSE, [module] { return libraryFree(module); });
 }
 
 FARPROC GetProcAddress(HMODULE module, LPCSTR name) {
     void* const base = module == nullptr ? nxModuleBaseOfProgram() : module;
-    return guarded<FARPROC>(nullptr, [base, name] { return procFind(base, name); });
+    return nxGuarded<FARPROC>(nullptr, [base, name] { return procFind(base, name); });
 }
 
 DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size) {
-    return guarded<DWORD>(0, [=] { return fileNameGive(module, buffer, size); });
+    return nxGuarded<DWORD>(0, [=] { return fileNameGive(module, buffer, size); });
 }
 
 HMODULE GetModuleHandleA(LPCSTR name) {
     if (name == nullptr)
         return static_cast<HMODULE>(nxModuleBaseOfProgram());
-    return guarded<HMODULE>(nullptr, [name] { return handleFind(name); });
+    return nxGuarded<HMODULE>(nullptr, [name] { return handleFind(name); });
 }
 
 BOOL DisableThreadLibraryCalls(HMODULE module) {
     // Modules are told of no thread here; only the handle is looked at.
-    bool const valid = guarded(false, [module] { return module != nullptr && moduleKnown(module).valid; });
+    bool const valid = nxGuarded(false, [module] { return module != nullptr && moduleKnown(module).valid; });
     if (!valid)
         SetLastError(ERROR_MOD_NOT_FOUND);
     return valid ? TRUE : FALSE;
