@@ -5,17 +5,7 @@
 
 #define NXS_EMPTY_BLOCK(size) \
     alignas(16) NXS_EmptyBlock<size>::Words NXS_EmptyBlock<size>::words = {0, 0, 1, size};
-NXS_EMPTY_BLOCK(1)
-NXS_EMPTY_BLOCK(2)
-NXS_EMPTY_BLOCK(4)
-NXS_EMPTY_BLOCK(8)
-NXS_EMPTY_BLOCK(12)
-NXS_EMPTY_BLOCK(16)
-NXS_EMPTY_BLOCK(20)
-NXS_EMPTY_BLOCK(28)
-NXS_EMPTY_BLOCK(32)
-NXS_EMPTY_BLOCK(40)
-NXS_EMPTY_BLOCK(64)
+NXS_EMPTY_BLOCK_SIZES(NXS_EMPTY_BLOCK)
 #undef NXS_EMPTY_BLOCK
 
 NX_VecRefM* NX_VecRefM::refAlloc(unsigned long refNo, unsigned int itemQtyCap, unsigned int itemSize) {

@@ -181,6 +181,8 @@ struct NXS_EmptyBlock {
 };
 
 // Those of the usual sizes live in the library, so that they outlast the modules that use them.
+#define NXS_EMPTY_BLOCK_SIZES(block) \
+    block(1) block(2) block(4) block(8) block(12) block(16) block(20) block(28) block(32) block(40) block(64)
 #define NXS_EMPTY_BLOCK(size)                                                        \
     template <>                                                                      \
     struct NX_EXPORT NXS_EmptyBlock<size> {                                          \
@@ -190,15 +192,5 @@ struct NXS_EmptyBlock {
             return reinterpret_cast<NX_VecRefM*>(const_cast<std::uint32_t*>(words)); \
         }                                                                            \
     };
-NXS_EMPTY_BLOCK(1)
-NXS_EMPTY_BLOCK(2)
-NXS_EMPTY_BLOCK(4)
-NXS_EMPTY_BLOCK(8)
-NXS_EMPTY_BLOCK(12)
-NXS_EMPTY_BLOCK(16)
-NXS_EMPTY_BLOCK(20)
-NXS_EMPTY_BLOCK(28)
-NXS_EMPTY_BLOCK(32)
-NXS_EMPTY_BLOCK(40)
-NXS_EMPTY_BLOCK(64)
+NXS_EMPTY_BLOCK_SIZES(NXS_EMPTY_BLOCK)
 #undef NXS_EMPTY_BLOCK

@@ -257,9 +257,8 @@ public:
     NX_StringA& nameDirSep(NX_FileNameType type);
 
     // Shortens a name longer than `maxLen`: whole nodes go, from the middle one outward to either side in
-    // turn, one
-    // "..." in their place, until the name fits. The last node always stays, even if the name is then too
-    // long.
+    // turn, one "..." in their place, until the name fits. The last node always stays, even if the name is
+    // then too long.
     NX_StringA& nameAbbreviate(unsigned int maxLen);
 
     // Merges a wildcard pattern (of `patLen` bytes) into body and extension as a copy command does; `fold`
