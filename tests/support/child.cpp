@@ -72,6 +72,11 @@ NXS_Child::NXS_Child(char const* name, std::vector<std::string> const& arguments
     handle_ = _spawnv(_P_NOWAIT, self().c_str(), argv.data());
 }
 
+bool NXS_Child::isRunning() {
+    return handle_ > 0 &&
+           WaitForSingleObject(reinterpret_cast<HANDLE>(static_cast<intptr_t>(handle_)), 0) != 0;
+}
+
 int NXS_Child::wait() {
     if (handle_ > 0) {
         int status = -1;
@@ -107,6 +112,13 @@ NXS_Child::NXS_Child(char const* name, std::vector<std::string> const& arguments
     pid_t pid = 0;
     if (posix_spawn(&pid, self().c_str(), nullptr, nullptr, argv.data(), environ) == 0)
         handle_ = pid;
+}
+
+bool NXS_Child::isRunning() {
+    siginfo_t ended = {};
+    return handle_ > 0 &&
+           waitid(P_PID, static_cast<id_t>(handle_), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           ended.si_pid == 0;
 }
 
 int NXS_Child::wait() {

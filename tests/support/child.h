@@ -21,6 +21,7 @@ public:
     NXS_Child& operator=(NXS_Child const&) = delete;
     ~NXS_Child(); // waits
 
+    bool isRunning();
     int wait();  // Waits for the end; the exit code, or -1 when the child could not be started or was killed.
     void kill(); // Ends the child at once, without its destructors.
 
