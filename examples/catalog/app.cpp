@@ -9,18 +9,31 @@
 namespace {
 
 constexpr int helpFirst = 100;
-constexpr int helpLast = 106;
+constexpr int helpLast = 107;
 
 int help() {
     NX_StringA line;
     for (int id = helpFirst; id <= helpLast; ++id) {
         line.strLoad(id);
-        std::cout << line << '\n';
+        std::cout << line.strVarReplace() << '\n';
     }
     return 0;
 }
 
 } // namespace
+
+int CatalogApp::appInit() {
+    NX_StringByName& dict = NxStrVarDict();
+    dict.itemInsert("PROGRAM", appName(), nullptr);
+    dict.itemInsert("ORDERS", optionOrders(), nullptr);
+    dict.itemInsert("CLASSES", optionClasses(), nullptr);
+    dict.itemInsert(catalogDirVariable, NxEnvOrDefault(catalogDirVariable, "not set"), nullptr);
+    return NX_App::appInit();
+}
+
+NX_StringA CatalogApp::appErrorString(int num) {
+    return NX_App::appErrorString(num).strVarReplace();
+}
 
 int CatalogApp::appMain() {
     Options options;

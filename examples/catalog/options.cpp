@@ -41,6 +41,23 @@ bool wordFind(Word const (&words)[Count], char const* text, int& value) {
     return false;
 }
 
+template <std::size_t Count>
+NX_StringA wordList(Word const (&words)[Count]) {
+    NX_StringA list;
+    for (Word const& word : words)
+        list += (list.strLen() != 0 ? NX_StringA("|") : NX_StringA()) + word.text;
+    return list;
+}
+
+// The file, or directory, that `name` means.
+NX_StringA catalogueOf(NX_StringA const& name) {
+    NX_EnvString dir(catalogDirVariable);
+    if (dir.strLen() == 0 || name.nameOfDir().strLen() != 0 || name.nameType() != NX_FileNameMissing)
+        return name;
+    dir.nameDirSep();
+    return dir + name;
+}
+
 // An option that is followed by a value.
 int valueRead(Options& options, char const* option, char const* value) {
     int number = 0;
@@ -78,6 +95,14 @@ bool optionKnown(Command command, char const* option) {
 
 } // namespace
 
+NX_StringA optionOrders() {
+    return wordList(orders);
+}
+
+NX_StringA optionClasses() {
+    return wordList(classes);
+}
+
 int optionsRead(int argc, char** argv, Options& options) {
     if (argc < 2 || std::strcmp(argv[1], "help") == 0)
         return 0;
@@ -103,5 +128,11 @@ int optionsRead(int argc, char** argv, Options& options) {
             return -1;
         }
     }
-    return given == wanted ? 0 : fail(errorArguments, argv[1]);
+    if (given != wanted)
+        return fail(errorArguments, argv[1]);
+    if (options.command != Command::scan)
+        options.first = catalogueOf(options.first);
+    if (options.command == Command::scan || options.command == Command::diff)
+        options.second = catalogueOf(options.second);
+    return 0;
 }

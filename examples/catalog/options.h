@@ -22,5 +22,13 @@ struct Options {
     bool contents = false;
 };
 
-// Reads the arguments behind the program's name. 0, or -1 with an error recorded.
+// The environment variable that names the directory of catalogues, for those named without a directory.
+inline constexpr char catalogDirVariable[] = "CATALOG_DIR";
+
+// The values of --sort and of --files-of, with '|' between.
+NX_StringA optionOrders();
+NX_StringA optionClasses();
+
+// Reads the arguments behind the program's name. The name of a catalogue that has no directory and is not
+// found in the current one is taken in CATALOG_DIR. 0, or -1 with an error recorded.
 int optionsRead(int argc, char** argv, Options& options);

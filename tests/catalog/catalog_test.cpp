@@ -39,6 +39,7 @@ bool has(std::string const& text, std::string const& part) {
 class Catalog : public testing::Test {
 protected:
     Catalog() {
+        nxEnvironmentSet("CATALOG_DIR", "");
         fs::create_directories("tree/b/c");
         nxFileMake("tree/one.txt", "1");
         nxFileMake("tree/two.dat", std::string(3000, '2'));
@@ -108,6 +109,40 @@ TEST_F(Catalog, ChoicesOfTheScanHoldForTheDiff) {
     EXPECT_TRUE(has(show.out, "2 files in 3 directories, 1 bytes")) << show.out;
     EXPECT_EQ(run("diff t.cat tree").status, 0);
     EXPECT_EQ(run("diff tree t.cat").status, 0);
+}
+
+// What a catalogue named without a directory means, with CATALOG_DIR set.
+TEST_F(Catalog, DirectoryOfCatalogues) {
+    fs::create_directory("cats");
+    nxEnvironmentSet("CATALOG_DIR", "cats");
+    EXPECT_EQ(run("scan tree t.cat").status, 0);
+    EXPECT_TRUE(fs::exists("cats/t.cat") && !fs::exists("t.cat")) << "it is made there";
+    EXPECT_TRUE(run("diff t.cat tree").status == 0 && run("diff tree t.cat").status == 0);
+    EXPECT_TRUE(has(run("find t.cat one.txt").out, "one.txt"));
+    EXPECT_EQ(run("show ./t.cat").status, 2) << "a directory is given";
+    EXPECT_TRUE(has(run("show nothere.cat").err, "nothere.cat: Not found"));
+
+    EXPECT_EQ(run("scan tree/b ./t.cat").status, 0);
+    EXPECT_FALSE(has(run("show t.cat").out, "one.txt")) << "the current directory comes first";
+    std::string const before = nxFileContent("cats/t.cat");
+    EXPECT_EQ(run("scan tree/b/c t.cat").status, 0);
+    EXPECT_TRUE(nxFileContent("cats/t.cat") == before && has(run("show t.cat").out, "1 files in 1 dir"));
+
+    EXPECT_TRUE(has(run("help").out, "CATALOG_DIR (cats)"));
+    nxEnvironmentSet("CATALOG_DIR", "nothere");
+    EXPECT_TRUE(has(run("scan tree u.cat").err, "Not found"));
+    fs::remove_all("cats");
+}
+
+TEST_F(Catalog, TextsNameProgramAndValues) {
+    Result const help = run("help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_TRUE(has(help.out, "\ncatalog scan DIR FILE ") &&
+                has(help.out, "[--sort name|age|size] [--files-of"));
+    EXPECT_TRUE(has(help.out, "CLASS: all|archive|hidden|readonly|system. ")) << help.out;
+    EXPECT_FALSE(has(help.out, "%["));
+    EXPECT_TRUE(has(run("%[PROGRAM]").err, "%[PROGRAM]: Unknown command: catalog help tells more"))
+        << "what was typed is not looked up";
 }
 
 TEST_F(Catalog, FaultsAreToldAndNothingIsOverwritten) {
