@@ -44,12 +44,13 @@ TEST(PlatformPath, fullNames) {
         {0, "c:/b", {"c:\\a\\..\\b"}},
         {0, "//./nul", {"nul", "d\\nul"}},
         {0, "//./NUL", {"NUL.txt"}},
+        {0, "//./x", {"\\\\.\\x", "//./a\\..\\x", "\\\\.\\..\\x."}},
     };
     for (auto const& row : rows) {
         std::string const base = row.base == '.' ? here : row.base == '^' ? up : row.base == '|' ? drive : "";
         std::string const out = slashed(base + row.out);
-        bool const isDevice = out[0] == '/' && out[1] == '/';
-        std::string const filePart = isDevice ? "" : out.substr(out.rfind('/') + 1);
+        bool const isNull = out == "//./nul" || out == "//./NUL";
+        std::string const filePart = isNull ? "" : out.substr(out.rfind('/') + 1);
         DWORD const size = static_cast<DWORD>(out.size());
         for (char const* in : row.in) {
             char buffer[1000] = "xx";

@@ -1,9 +1,11 @@
 // The layer off Windows: read-only files, patterns, links, and every kind of failing system call.
 #include <errno.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstring>
+#include <limits>
 #include <string>
 #include <tuple>
 
@@ -57,7 +59,55 @@ TEST(PosixFile, namesOnlyHere) {
     EXPECT_EQ(fileOpenError("dir/\x95\x7C", GENERIC_WRITE, 3, CREATE_NEW), 0u);
     EXPECT_EQ(fileOpenError("dir/\x95\\|", GENERIC_READ), 123u);
     EXPECT_TRUE(DeleteFileA("dir/\x95\\"));
+    // A first half without a second one leaves the separator a separator.
+    EXPECT_GT(GetFullPathNameA("x\x95/../dir\x95/a", sizeof buffer, buffer, &part), 0u);
+    EXPECT_TRUE(std::string(buffer).ends_with("/dir\x95/a") && !std::strstr(buffer, "/x\x95"));
+    EXPECT_EQ(fileOpenError("dir\x95*", GENERIC_READ), 123u);
+    EXPECT_TRUE(NXS_Pattern("*.c", 3, false).matches("a\x95.c"));
     nxPlatformCodePageSet(0);
+}
+
+// The null device stays where it is, whoever asks: an administrator could take it away.
+TEST(PosixFile, theNullDeviceIsNoFile) {
+    nxFileMake("file", "x");
+    NXS_SeamScope const scope;
+    static int changes;
+    nxSeam.rename = [](char const*, char const*, unsigned int) { return ++changes; };
+    nxSeam.unlinkAt = [](int, char const*, int) { return ++changes; };
+    nxSeam.modeOf = [](char const*, unsigned int) { return ++changes; };
+    for (DWORD const flags : {DWORD{0}, MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED}) {
+        EXPECT_EQ(errorOf(MoveFileExA("nul", "elsewhere", flags)), 5u);
+        EXPECT_EQ(errorOf(MoveFileExA("file", "nul.txt", flags)), 5u);
+    }
+    EXPECT_EQ(errorOf(DeleteFileA("nul")), 5u);
+    EXPECT_EQ(errorOf(SetFileAttributesA("nul", FILE_ATTRIBUTE_READONLY)), 5u);
+    EXPECT_EQ(changes, 0);
+    EXPECT_TRUE(CopyFileA("file", "nul", FALSE));
+}
+
+TEST(PosixFile, namesOfOneFile) {
+    nxFileMake("one", "x");
+    ASSERT_EQ(link("one", "two"), 0);
+    EXPECT_EQ(errorOf(MoveFileA("one", "two")), 183u);
+    EXPECT_TRUE(MoveFileExA("one", "two", MOVEFILE_REPLACE_EXISTING));
+    EXPECT_EQ(GetFileAttributesA("one"), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(nxFileContent("two"), "x");
+    // A file that is to go at its close is the one that was opened, under the name as it was.
+    CreateDirectoryA("d", nullptr);
+    ASSERT_EQ(mkdir("d.", 0777), 0);
+    nxFileMake("d/f", "stays");
+    constexpr DWORD all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    for (char const* name : {"d..\\f", "two"}) {
+        HANDLE const file = fileOpen(name, GENERIC_WRITE, all, OPEN_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE);
+        ASSERT_NE(file, INVALID_HANDLE_VALUE);
+        if (std::strcmp(name, "two") == 0) {
+            ASSERT_TRUE(MoveFileA("two", "three"));
+            nxFileMake("two", "another");
+        }
+        EXPECT_TRUE(CloseHandle(file));
+    }
+    EXPECT_NE(access("d./f", F_OK), 0);
+    EXPECT_TRUE(nxFileContent("d/f") == "stays" && nxFileContent("two") == "another");
 }
 
 TEST(PosixFind, patterns) {
@@ -166,8 +216,19 @@ TEST(PosixSeam, failuresReachTheCaller) {
     EXPECT_EQ(errorOf(CloseHandle(file)), 112u); // a late write error, and the handle is gone all the same
     EXPECT_EQ(errorOf(CloseHandle(file)), 6u);
     nxSeam.close = close;
-    // A copy that fails leaves no target.
+    // A copy that fails leaves no target, and one that fails late is not taken for done by a move.
     nxFileMake("source", "data");
+    nxSeam.rename = [](char const*, char const*, unsigned int) { return failing(EXDEV); };
+    nxSeam.close = [](int target) {
+        bool const writes = (fcntl(target, F_GETFL) & O_ACCMODE) != O_RDONLY;
+        close(target);
+        return writes ? failing(EDQUOT) : 0;
+    };
+    EXPECT_EQ(errorOf(CopyFileA("source", "target", FALSE)), 112u);
+    EXPECT_EQ(errorOf(MoveFileA("source", "target")), 112u);
+    EXPECT_EQ(GetFileAttributesA("target"), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(nxFileContent("source"), "data");
+    nxSeam.close = close;
     nxSeam.copyRange = [](int, int, std::size_t) { return failing<ssize_t>(EXDEV); };
     nxSeam.write = [](int, void const*, std::size_t) { return failing<ssize_t>(ENOSPC); };
     EXPECT_EQ(errorOf(CopyFileA("source", "target", FALSE)), 112u);
@@ -185,6 +246,23 @@ TEST(PosixSeam, failuresReachTheCaller) {
         CopyFileA("elsewhere", "target", FALSE);
         DeleteFileA("elsewhere");
     }
+    // The name that cannot be taken away remains the only one.
+    nxSeam.unlinkAt = [](int directory, char const* name, int flags) {
+        return std::strcmp(name, "source") == 0 ? failing(EACCES) : unlinkat(directory, name, flags);
+    };
+    EXPECT_EQ(errorOf(MoveFileA("source", "elsewhere")), 5u);
+    EXPECT_EQ(GetFileAttributesA("elsewhere"), INVALID_FILE_ATTRIBUTES);
+    nxSeam.stat = [](int directory, char const* name, int flags, unsigned int mask, struct statx* found) {
+        int const result = statx(directory, name, flags, mask, found);
+        found->stx_mtime.tv_sec = std::numeric_limits<std::int64_t>::max();
+        found->stx_atime.tv_sec = std::numeric_limits<std::int64_t>::min();
+        return result;
+    };
+    HANDLE const ages = fileOpen("source", GENERIC_READ);
+    FILETIME accessed;
+    FILETIME written;
+    EXPECT_TRUE(GetFileTime(ages, nullptr, &accessed, &written) && CloseHandle(ages));
+    EXPECT_TRUE(written.dwHighDateTime == 0x7FFFFFFF && accessed.dwHighDateTime == 0);
     nxSeam.openAt = [](int, char const*, int, unsigned int) { return failing(EMFILE); };
     EXPECT_EQ(fileOpenError("source", GENERIC_READ), 4u);
 }

@@ -6,6 +6,8 @@
 // that is set). Any thread may ask; changing the page is for tests, before other threads work with text.
 #pragma once
 
+#include <cstddef>
+
 #include "general/platform/fwd.h"
 
 // The system's code page: never 65001, which needs more room than callers of GetLocaleInfoA have.
@@ -17,3 +19,7 @@ NX_EXPORT bool nxPlatformCodePageSet(unsigned int codePage);
 
 // Whether `unit` begins a two-byte character in the system's code page.
 NX_EXPORT bool nxPlatformIsLeadByte(unsigned char unit);
+
+// The units of the character at `at`, which a zero ends somewhere: 2 for a lead byte and a byte that may
+// follow one. Digits and separators of names never do, so a lead byte in front of them stands alone.
+std::size_t nxPlatformUnitsAt(char const* at);

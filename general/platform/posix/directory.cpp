@@ -63,6 +63,9 @@ BOOL SetFileAttributesA(LPCSTR name, DWORD attributes) {
         (attributes & kept & ~nxFileAttributes(mode, path.lastName())) != 0) {
         return nxFail(ERROR_NOT_SUPPORTED);
     }
+    if (path.device) {
+        return nxFail(ERROR_ACCESS_DENIED);
+    }
     bool const readOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
     if (readOnly != nxModeIsReadOnly(mode)) {
         unsigned int const wanted = readOnly ? mode & ~0222u : mode | 0200u;

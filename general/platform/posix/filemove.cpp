@@ -165,6 +165,9 @@ DWORD copyFile(NXS_Path const& from, NXS_Path const& to, bool failIfExists) {
     if (code == 0 && copy->regular && source->regular) {
         code = copyAttributes(*source, *copy);
     }
+    if (code == 0) {
+        code = copy->handleClosed(); // what was written may turn out lost only now
+    }
     if (code != 0 && copy->regular) {
         nxSeam.unlinkAt(AT_FDCWD, to.text, 0);
     }
@@ -202,7 +205,30 @@ int renameNew(NXS_Path const& from, NXS_Path const& to, Found const& source) {
         }
         return nxSeam.rename(from.text, to.text, 0) == 0 ? 0 : errno;
     }
-    if (nxSeam.link(from.text, to.text) < 0 || nxSeam.unlinkAt(AT_FDCWD, from.text, 0) < 0) {
+    if (nxSeam.link(from.text, to.text) < 0) {
+        return errno;
+    }
+    if (nxSeam.unlinkAt(AT_FDCWD, from.text, 0) < 0) {
+        int const error = errno;
+        nxSeam.unlinkAt(AT_FDCWD, to.text, 0); // it keeps its old name and no other
+        return error;
+    }
+    return 0;
+}
+
+// Renames and replaces what is there. 0 or errno.
+int renameOver(NXS_Path const& from, NXS_Path const& to) {
+    if (nxSeam.rename(from.text, to.text, 0) < 0) {
+        return errno;
+    }
+    // Two names of one file are left as they are by the system: then the old one is still there.
+    struct statx gone;
+    struct statx there;
+    constexpr int flags = AT_SYMLINK_NOFOLLOW;
+    if (nxSeam.stat(AT_FDCWD, from.text, flags, STATX_INO, &gone) == 0 &&
+        nxSeam.stat(AT_FDCWD, to.text, flags, STATX_INO, &there) == 0 && gone.stx_ino == there.stx_ino &&
+        gone.stx_dev_major == there.stx_dev_major && gone.stx_dev_minor == there.stx_dev_minor &&
+        nxSeam.unlinkAt(AT_FDCWD, from.text, 0) < 0) {
         return errno;
     }
     return 0;
@@ -258,6 +284,9 @@ DWORD moveFile(LPCSTR fromName, LPCSTR toName, DWORD flags) {
     if (code != 0) {
         return code;
     }
+    if (from.device || to.device) {
+        return ERROR_ACCESS_DENIED; // a file takes the device's place neither here nor on the disk
+    }
     DWORD const there = look(to, target);
     if (there != 0 && there != ERROR_FILE_NOT_FOUND) {
         return there;
@@ -284,8 +313,7 @@ DWORD moveFile(LPCSTR fromName, LPCSTR toName, DWORD flags) {
         if (!removal.allowed()) {
             return ERROR_SHARING_VIOLATION;
         }
-        error =
-            replace ? (nxSeam.rename(from.text, to.text, 0) == 0 ? 0 : errno) : renameNew(from, to, source);
+        error = replace ? renameOver(from, to) : renameNew(from, to, source);
     }
     if (error == EXDEV) {
         code = moveAcross(from, to, source, flags);

@@ -114,16 +114,18 @@ DWORD openBy(NXS_Path const& path, NXS_FileOpenArgs const& args, Opened& opened)
 
 // The full name for the deletion at the close: the current directory may be another one then.
 DWORD eraseNameMake(NXS_Path const& path, NXS_FileObject& object) {
-    NXS_Path full;
-    DWORD const code = nxPathNormalise(path.text, NXS_PathFull, full);
-    if (code != 0) {
-        return code;
+    char work[NX_PATH_WORK_MAX] = "";
+    if (path.text[0] != '/' && nxSeam.workGet(work, sizeof work) == nullptr) {
+        return nxErrorFromErrno(errno);
     }
-    object.eraseName = static_cast<char*>(nxSeam.allocate(full.length + 1));
+    std::size_t const length = std::strlen(work);
+    object.eraseName = static_cast<char*>(nxSeam.allocate(length + path.length + 2));
     if (object.eraseName == nullptr) {
         return ERROR_NOT_ENOUGH_MEMORY;
     }
-    std::memcpy(object.eraseName, full.text, full.length + 1);
+    std::memcpy(object.eraseName, work, length);
+    object.eraseName[length] = '/';
+    std::memcpy(object.eraseName + length + 1, path.text, path.length + 1);
     return 0;
 }
 
@@ -241,7 +243,11 @@ DWORD NXS_FileObject::finish() {
     nxShareRelease(*this);
     DWORD code = 0;
     if (eraseName != nullptr) {
-        if (nxSeam.unlinkAt(AT_FDCWD, eraseName, 0) < 0 && errno != ENOENT) {
+        // Another file that has taken the name meanwhile stays.
+        struct statx found;
+        if (nxSeam.stat(AT_FDCWD, eraseName, 0, STATX_INO, &found) == 0 && found.stx_ino == inode &&
+            makedev(found.stx_dev_major, found.stx_dev_minor) == device &&
+            nxSeam.unlinkAt(AT_FDCWD, eraseName, 0) < 0 && errno != ENOENT) {
             code = nxErrorFromErrno(errno);
         }
         nxSeam.free(eraseName);

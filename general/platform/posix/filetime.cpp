@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 #include <time.h>
 
+#include <limits>
+
 #include "general/platform/posix/calls.h"
 #include "general/platform/posix/file.h"
 #include "general/platform/posix/fileinfo.h"
@@ -72,10 +74,14 @@ Date dateOf(std::int64_t days) {
 }
 
 FILETIME fileTimeOf(std::int64_t secondsSince1970, std::int64_t nanoseconds) {
-    std::int64_t const seconds = secondsSince1970 + secondsTo1970;
-    if (seconds < 0) {
+    constexpr std::int64_t unitsMost = std::numeric_limits<std::int64_t>::max();
+    if (secondsSince1970 < -secondsTo1970) {
         return {0, 0};
     }
+    if (secondsSince1970 >= unitsMost / unitsPerSecond - secondsTo1970) {
+        return fileTimeOf(std::uint64_t{unitsMost}); // file systems may keep any number
+    }
+    std::int64_t const seconds = secondsSince1970 + secondsTo1970;
     return fileTimeOf(static_cast<std::uint64_t>(seconds * unitsPerSecond + nanoseconds / 100));
 }
 

@@ -147,6 +147,14 @@ bool nxPlatformIsLeadByte(unsigned char unit) {
     return (*lead)[unit];
 }
 
+std::size_t nxPlatformUnitsAt(char const* at) {
+    constexpr unsigned char trailLeast = 0x31; // of all pages
+    return static_cast<unsigned char>(at[0]) >= 0x80 && static_cast<unsigned char>(at[1]) >= trailLeast &&
+                   nxPlatformIsLeadByte(static_cast<unsigned char>(at[0]))
+               ? 2
+               : 1;
+}
+
 UINT GetACP() {
     return nxPlatformCodePage();
 }

@@ -25,10 +25,8 @@ bool isSeparator(char c) {
 // Where the last component begins. A separator that is the second byte of a character is none.
 std::size_t lastComponent(std::string const& name) {
     std::size_t start = 0;
-    for (std::size_t i = 0; i < name.size(); ++i) {
-        if (nxPlatformIsLeadByte(static_cast<unsigned char>(name[i])))
-            ++i;
-        else if (isSeparator(name[i]))
+    for (std::size_t i = 0; i < name.size(); i += nxPlatformUnitsAt(&name[i])) {
+        if (isSeparator(name[i]))
             start = i + 1;
     }
     return start;

@@ -146,7 +146,7 @@ int MessageBoxA(HWND, LPCSTR text, LPCSTR caption, UINT type) {
         return 0;
     }
     // One box at a time: the answers of two threads do not mix.
-    static std::mutex& mutex = *new std::mutex;
+    static constinit std::mutex mutex;
     std::lock_guard const guard(mutex);
     print(caption != nullptr ? caption : "Error");
     print(": ");

@@ -21,12 +21,6 @@ bool isDrive(char const* name) {
     return ((name[0] >= 'A' && name[0] <= 'Z') || (name[0] >= 'a' && name[0] <= 'z')) && name[1] == ':';
 }
 
-// The units of the character at `at`: 2 for a lead byte with its trail byte.
-std::size_t unitsAt(char const* at) {
-    auto const unit = static_cast<unsigned char>(*at);
-    return unit >= 0x80 && at[1] != 0 && nxPlatformIsLeadByte(unit) ? 2 : 1;
-}
-
 // Whether a component names the null device: `nul`, with anything after a dot, a colon or spaces.
 bool isNull(char const* component, std::size_t length) {
     if (length < 3 || (component[0] | 0x20) != 'n' || (component[1] | 0x20) != 'u' ||
@@ -73,11 +67,18 @@ private:
     DWORD begin() {
         out_ = root_ = 0;
         if (isSeparator(in_[0]) && isSeparator(in_[1]) && in_[2] == '.' && isSeparator(in_[3])) {
-            if (isNull(in_ + 4, std::strlen(in_ + 4))) {
-                in_ += 4;
-                return 0;
+            bool const null = isNull(in_ + 4, std::strlen(in_ + 4));
+            if (!null && !has(NXS_PathLexical)) {
+                return ERROR_PATH_NOT_FOUND;
             }
-            return has(NXS_PathLexical) ? 0 : DWORD{ERROR_PATH_NOT_FOUND};
+            in_ += 4;
+            if (!null) {
+                std::memcpy(path_.text, "//./", 4);
+                out_ = root_ = 4;
+                skipSeparators();
+                path_.trailing = *in_ == 0;
+            }
+            return 0;
         }
         if (isDrive(in_)) {
             if (!has(NXS_PathLexical)) {
@@ -134,7 +135,7 @@ private:
             } else if (unit < 32 || unit == '|') {
                 reserved = true;
             }
-            in_ += unitsAt(in_);
+            in_ += nxPlatformUnitsAt(in_);
         }
         auto length = static_cast<std::size_t>(in_ - begin);
         bool const separated = *in_ != 0;

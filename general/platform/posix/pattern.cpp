@@ -12,12 +12,11 @@ char upper(char unit) {
 }
 
 bool isPair(char const* at) {
-    auto const unit = static_cast<unsigned char>(*at);
-    return unit >= 0x80 && at[1] != 0 && nxPlatformIsLeadByte(unit);
+    return nxPlatformUnitsAt(at) == 2;
 }
 
 char const* next(char const* at) {
-    return at + (isPair(at) ? 2 : 1);
+    return at + nxPlatformUnitsAt(at);
 }
 
 } // namespace
