@@ -1,5 +1,6 @@
 // Off Windows a box is a question at the terminal, or is answered by a list. The child runs at a
 // pseudo-terminal of its own.
+#include "general/error/log.h"
 #include "tests/box/user.h"
 #include "tests/support/child.h"
 #include "tests/support/support.h"
@@ -8,12 +9,12 @@
 #include <poll.h>
 #include <pty.h>
 #include <signal.h>
-#include <stdlib.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <fstream>
 
 namespace {
@@ -183,6 +184,31 @@ TEST(BoxTerminal, TheListComesFirst) {
     terminal.type(" C \n");
     EXPECT_EQ(terminal.end(), 10);
     EXPECT_EQ(nxFileContent("notes.txt"), "retry / cancel / ");
+}
+
+// Takes all memory there is, down to the smallest pieces, and fails an assertion.
+int assertWithoutMemory(int, char**) {
+    if (!nxMemoryLimit())
+        return 2;
+    for (std::size_t size = 32 << 20; size >= 16; size /= 2) {
+        void* volatile piece = nullptr;
+        do {
+            piece = std::malloc(size);
+        } while (piece != nullptr);
+    }
+    NxAssertFail("general/some/file", 12, "a < b");
+}
+
+NXS_ChildEntry const entry("assertion-full", assertWithoutMemory);
+
+TEST(BoxTerminal, ABoxNeedsNoMemory) {
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the sanitizer's address space has no end within reach";
+#endif
+    NXS_Outcome const outcome = answered({"assertion-full", {}, {{{}, "ok"}}});
+    EXPECT_EQ(outcome.fault, "");
+    EXPECT_TRUE(outcome.end == -1 && outcome.boxes.size() == 1 &&
+                outcome.boxes[0].text == "Assert fail: general/some/file 12 : a < b");
 }
 
 } // namespace
