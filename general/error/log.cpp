@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <new>
 
 #include "general/error/appup.h"
 #include "general/platform/platform.h"
@@ -19,8 +20,10 @@
 
 namespace {
 
+// Takes no memory: what is to be logged may be that none is left.
 NX_SemThreadOfProcess* logLock() {
-    static NX_SemThreadOfProcess& lock = *new NX_SemThreadOfProcess;
+    alignas(NX_SemThreadOfProcess) static unsigned char room[sizeof(NX_SemThreadOfProcess)];
+    static NX_SemThreadOfProcess& lock = *new (room) NX_SemThreadOfProcess;
     return &lock;
 }
 
