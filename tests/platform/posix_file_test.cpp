@@ -159,6 +159,8 @@ TEST(PosixFind, linksAndErrors) {
     };
     for (auto const& [pattern, error] : rows)
         EXPECT_EQ(findError(pattern), error) << pattern;
+    EXPECT_TRUE(RemoveDirectoryA("t\\sub\\aside") && GetFileAttributesA("t/other") == 0x10u);
+    EXPECT_EQ(GetFileAttributesA("t/sub/aside"), INVALID_FILE_ATTRIBUTES);
     NXS_SeamScope const scope;
     nxSeam.allocate = [](std::size_t) -> void* { return nullptr; };
     EXPECT_EQ(findError("t\\*"), 8u);

@@ -105,7 +105,11 @@ BOOL RemoveDirectoryA(LPCSTR name) {
     if (nxModeIsReadOnly(mode)) {
         return nxFail(ERROR_ACCESS_DENIED);
     }
-    if (nxSeam.unlinkAt(AT_FDCWD, path.text, AT_REMOVEDIR) < 0) {
+    int removed = nxSeam.unlinkAt(AT_FDCWD, path.text, AT_REMOVEDIR);
+    if (removed < 0 && errno == ENOTDIR) {
+        removed = nxSeam.unlinkAt(AT_FDCWD, path.text, 0); // a link to a directory goes, the directory stays
+    }
+    if (removed < 0) {
         return nxFail(errno == EEXIST ? DWORD{ERROR_DIR_NOT_EMPTY} : nxPathError(path, errno));
     }
     return TRUE;
