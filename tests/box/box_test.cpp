@@ -6,12 +6,12 @@
 
 namespace {
 
-NXS_Box box(char const* caption, char const* text, char const* buttons, bool onTop = false) {
-    return {caption, text, buttons, onTop};
+NXS_Box box(char const* caption, char const* text, char const* buttons, char const* manner = "icon") {
+    return {caption, text, buttons, manner};
 }
 
 NXS_Step kind(char const* buttons, char const* answer) {
-    return {box("MSG00042  Payroll", "First line.\nSecond: line.", buttons), answer};
+    return {box("MSG00042  Payroll", "First line.\nSecond: line.", buttons, ""), answer};
 }
 
 constexpr int aborted = -1;
@@ -42,7 +42,7 @@ void check(Row const& row) {
             EXPECT_EQ(seen.caption, wanted.caption) << "box " << n;
             EXPECT_EQ(seen.text, wanted.text) << "box " << n;
             EXPECT_EQ(seen.buttons.value_or(*wanted.buttons), *wanted.buttons) << "box " << n;
-            EXPECT_EQ(seen.onTop.value_or(*wanted.onTop), *wanted.onTop) << "box " << n;
+            EXPECT_EQ(seen.manner.value_or(*wanted.manner), *wanted.manner) << "box " << n;
         }
         EXPECT_EQ(nxFileContent("notes.txt"), row.notes);
         std::string const log = nxFileContent("quorix.log");
@@ -86,7 +86,7 @@ TEST(Box, ErrorsAssertionsAndTheVersionCheck) {
            ""});
     char const failed[] = "Assert fail: general/some/file 12 : a < b";
     check({"assertion",
-           {"assertion", {}, {{box("Error", failed, "ok [Enter]", true), "ok"}}},
+           {"assertion", {}, {{box("Error", failed, "ok [Enter]", "icon, on top"), "ok"}}},
            aborted,
            "",
            failed});

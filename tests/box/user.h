@@ -13,7 +13,7 @@ struct NXS_Box {
     std::string caption;
     std::string text;
     std::optional<std::string> buttons; // in lower case, the preset one marked: "retry [Enter], cancel"
-    std::optional<bool> onTop;          // above the windows of all programs
+    std::optional<std::string> manner;  // "icon" with an icon, "icon, on top" also above all other programs
 };
 
 // The button's name; Enter; or turning away from the box (end of input, Escape, an answer it does not offer),

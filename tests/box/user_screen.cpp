@@ -13,11 +13,15 @@ namespace {
 
 constexpr DWORD deadlineMs = 60000;
 
+DWORD_PTR asked(HWND window, UINT message, WPARAM one = 0, LPARAM two = 0) {
+    DWORD_PTR answer = 0;
+    SendMessageTimeoutA(window, message, one, two, SMTO_ABORTIFHUNG, deadlineMs, &answer);
+    return answer;
+}
+
 std::string textOf(HWND window) {
     char text[512] = "";
-    DWORD_PTR length = 0;
-    SendMessageTimeoutA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text), SMTO_ABORTIFHUNG,
-                        deadlineMs, &length);
+    asked(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
     return text;
 }
 
@@ -49,8 +53,13 @@ NXS_Box seenOf(HWND box) {
         bool const preset = (GetWindowLongA(button, GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
         buttons += (buttons.empty() ? "" : ", ") + nameOf(button) + (preset ? " [Enter]" : "");
     }
-    return {textOf(box), textOf(GetDlgItem(box, 0xFFFF)), buttons,
-            (GetWindowLongA(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0};
+    std::string manner;
+    for (HWND child = nullptr; (child = FindWindowExA(box, child, "Static", nullptr)) != nullptr;)
+        if ((GetWindowLongA(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON && asked(child, STM_GETICON) != 0)
+            manner = "icon";
+    if ((GetWindowLongA(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0)
+        manner += ", on top";
+    return {textOf(box), textOf(GetDlgItem(box, 0xFFFF)), buttons, manner};
 }
 
 // The box on the screen once its buttons are there; null when the child ends first, or shows none within the
