@@ -46,5 +46,12 @@ struct NXS_User {
 
 std::vector<NXS_User> const& nxUsers();
 
-// Makes memory end for this process within reach; false where that cannot be done.
+// Whether memory can be made to end within reach: a sanitizer's address space has no end.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr bool nxMemoryEnds = false;
+#else
+inline constexpr bool nxMemoryEnds = true;
+#endif
+
+// Makes it end for this process; false when that failed.
 bool nxMemoryLimit();
