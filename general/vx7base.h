@@ -24,6 +24,8 @@
 #include "general/module/app.h"
 #include "general/module/dll.h"
 #include "general/module/modfunc.h"
+#include "general/module/resdata.h"
+#include "general/module/resdesc.h"
 #include "general/module/reslib.h"
 #include "general/module/resstring.h"
 #include "general/persist/persist.h"

@@ -11,18 +11,6 @@ namespace {
 
 char const sourceFile[] = "general/module/reslib";
 
-// Counted under the process-wide lock, as holders may live on any thread.
-constexpr unsigned long refMultiThread = 0x02;
-
-// Guards the list of open representations and every change of a count, so that a module which is being opened
-// cannot be unloaded by its last holder at the same moment.
-NX_SemThreadOfProcess& registryLock() {
-    static NX_SemThreadOfProcess& lock = *new NX_SemThreadOfProcess;
-    return lock;
-}
-
-NX_ResLibRep* registryFirst = nullptr;
-
 // A missing or damaged module is this library's business to report, not the system's in a box of its own.
 class QuietErrors {
 public:
@@ -53,8 +41,22 @@ int openFailed(NX_StringA const& name, unsigned long code, unsigned int line) {
     default:
         break;
     }
-    NxERROR(number, sourceFile, line);
-    return NxErrorBufFileName(name);
+    return nxResLibERR(number, name, sourceFile, line);
+}
+
+bool isData(NX_ResLibType type) {
+    return type != resLibTypeNone && type != resLibTypeDll;
+}
+
+bool isKind(NX_ResLibType kind, NX_ResLibType wanted) {
+    return wanted == resLibTypeFile || wanted == kind;
+}
+
+// A full name still means the file when the current directory has changed.
+void fileNameFull(NX_StringA& name) {
+    NX_ErrorMan scope;
+    name.nameFull();
+    scope.errorOk();
 }
 
 NX_StringA joined(NX_StringA const& name, NX_StringA const& directory) {
@@ -68,32 +70,9 @@ NX_StringA joined(NX_StringA const& name, NX_StringA const& directory) {
 
 } // namespace
 
-NX_ResLibRep::NX_ResLibRep(NX_StringA const& givenName, NX_ResLibType givenType, HINSTANCE givenModule,
-                           int isOwner)
-    : NX_RefCountRep(refMultiThread), name(givenName), type(givenType), module(givenModule),
-      isOwner_(isOwner) {
-    if (module != nullptr) {
-        next_ = registryFirst;
-        registryFirst = this;
-    }
-}
-
-NX_ResLibRep::~NX_ResLibRep() {
-    for (NX_ResLibRep** link = &registryFirst; *link != nullptr; link = &(*link)->next_) {
-        if (*link == this) {
-            *link = next_;
-            break;
-        }
-    }
-    if (module != nullptr && isOwner_ != 0)
-        FreeLibrary(module);
-}
-
-NX_ResLibRep* NX_ResLibRep::find(HINSTANCE module) {
-    NX_ResLibRep* rep = registryFirst;
-    while (rep != nullptr && rep->module != module)
-        rep = rep->next_;
-    return rep;
+int nxResLibERR(int number, NX_StringA const& name, char const* file, unsigned int line) {
+    NxERROR(number, file, line);
+    return NxErrorBufFileName(name);
 }
 
 NX_ResLib::NX_ResLib(NX_ResLibRep* rep) {
@@ -126,7 +105,7 @@ NX_ResLibRep* NX_ResLib::rep() const {
 void NX_ResLib::adopt(NX_ResLibRep* newRep) {
     if (newRep == rep())
         return;
-    NX_SyncThreadOfProcess guard(&registryLock(), 1);
+    NX_SyncThreadOfProcess guard(&NX_ResLibRep::registryLock(), 1);
     struct Holder : NX_RefCountPtr {
         explicit Holder(NX_ResLibRep* held) : NX_RefCountPtr(held) {}
         ~Holder() = default;
@@ -142,8 +121,12 @@ int NX_ResLib::resLibOpen(NX_StringA const& name, NX_StringA const& directory, N
     if (name.itemQty() == 0)
         return 0;
     NX_StringA const path = joined(name, directory);
-    NX_SyncThreadOfProcess guard(&registryLock(), 1);
-    if (resLibIsOpen() != 0 && rep()->name.strCompare(path, NX_CompareExact) == 0)
+    return isData(type) ? openData(path, directory.itemQty() != 0 ? 1 : 0, type) : openModule(path, type);
+}
+
+int NX_ResLib::openModule(NX_StringA const& path, NX_ResLibType type) {
+    NX_SyncThreadOfProcess guard(&NX_ResLibRep::registryLock(), 1);
+    if (resLibHand() != nullptr && rep()->name.strCompare(path, NX_CompareExact) == 0)
         return 1;
     HINSTANCE module = nullptr;
     unsigned long code = 0;
@@ -163,12 +146,47 @@ int NX_ResLib::resLibOpen(NX_StringA const& name, NX_StringA const& directory, N
     return 1;
 }
 
+// The file is read without the lock: two threads may read it at once, and the first one's bytes are taken.
+int NX_ResLib::openData(NX_StringA const& path, int here, NX_ResLibType type) {
+    if (rep() != nullptr && rep()->isData() && isKind(rep()->type, type) &&
+        rep()->name.strCompare(path, NX_CompareExact) == 0)
+        return 1;
+    NX_StringA fileName = nxResFileFind(path, here, type);
+    NXS_ResFile file(fileName);
+    if (file.errorNum() != 0)
+        return nxResLibERR(file.errorNum(), path, sourceFile, __LINE__);
+    if (adoptData(file.key(), type) != 0)
+        return 1;
+    NXS_ResImage* const image = new NXS_ResImage;
+    if (file.imageRead(*image, type, 0) != 0) {
+        delete image;
+        return nxResLibERR(file.errorNum(), path, sourceFile, __LINE__);
+    }
+    fileNameFull(fileName);
+    NX_SyncThreadOfProcess guard(&NX_ResLibRep::registryLock(), 1);
+    if (adoptData(file.key(), type) != 0)
+        delete image;
+    else
+        adopt(new NX_ResLibRep(path, fileName, file.key(), image));
+    return 1;
+}
+
+// Shares the open library of a file, if there is one of this type.
+int NX_ResLib::adoptData(NXS_ResFileKey const& key, NX_ResLibType type) {
+    NX_SyncThreadOfProcess guard(&NX_ResLibRep::registryLock(), 1);
+    NX_ResLibRep* const shared = NX_ResLibRep::find(key);
+    if (shared == nullptr || !isKind(shared->type, type))
+        return 0;
+    adopt(shared);
+    return 1;
+}
+
 int NX_ResLib::resLibOpen() {
     return rep() == nullptr ? 0 : resLibOpen(rep()->name, rep()->type);
 }
 
 int NX_ResLib::resLibAppInit() {
-    NX_SyncThreadOfProcess guard(&registryLock(), 1);
+    NX_SyncThreadOfProcess guard(&NX_ResLibRep::registryLock(), 1);
     HINSTANCE const module = GetModuleHandleA(nullptr);
     NX_ResLibRep* shared = NX_ResLibRep::find(module);
     if (shared == nullptr)
@@ -183,11 +201,30 @@ int NX_ResLib::resLibClose() {
 }
 
 int NX_ResLib::resLibIsOpen() const {
-    return rep() != nullptr && rep()->module != nullptr ? 1 : 0;
+    return rep() != nullptr && rep()->isOpen() ? 1 : 0;
 }
 
 HINSTANCE NX_ResLib::resLibHand() const {
     return rep() != nullptr ? rep()->module : nullptr;
+}
+
+HINSTANCE NX_ResLib::resLibHandSys() const {
+    if (resLibHand() != nullptr)
+        return resLibHand();
+    if (resLibType() != resLibTypeModule) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return nullptr;
+    }
+    NX_SyncThreadOfProcess guard(&NX_ResLibRep::registryLock(), 1);
+    if (rep()->handSys == nullptr) {
+        QuietErrors const quiet;
+        rep()->handSys = LoadLibraryExA(rep()->fileName.dataPConst(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    }
+    return rep()->handSys;
+}
+
+NX_ResLibType NX_ResLib::resLibType() const {
+    return resLibIsOpen() != 0 ? rep()->type : resLibTypeNone;
 }
 
 NX_StringA NX_ResLib::resLibName() const {
@@ -198,11 +235,4 @@ NX_StringA NX_ResLib::resLibNameSys(HINSTANCE module) {
     std::vector<char> buffer(1024);
     DWORD const length = GetModuleFileNameA(module, buffer.data(), static_cast<DWORD>(buffer.size()));
     return length < buffer.size() ? NX_StringA(buffer.data(), length) : NX_StringA();
-}
-
-int NX_ResLib::resTextLoad(char* buffer, int size, int id) const {
-    if (resLibIsOpen() == 0 || size < 2)
-        return 0;
-    int const length = LoadStringA(rep()->module, static_cast<UINT>(id), buffer, size);
-    return length > 0 ? length : 0;
 }

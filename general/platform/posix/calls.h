@@ -26,6 +26,7 @@ NX_EXPORT BOOL LockFileEx(HANDLE file, DWORD flags, DWORD reserved, DWORD sizeLo
                           OVERLAPPED* at);
 NX_EXPORT BOOL UnlockFileEx(HANDLE file, DWORD reserved, DWORD sizeLow, DWORD sizeHigh, OVERLAPPED* at);
 NX_EXPORT BOOL GetFileTime(HANDLE file, FILETIME* created, FILETIME* accessed, FILETIME* written);
+NX_EXPORT BOOL GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION* info);
 NX_EXPORT BOOL SetFileTime(HANDLE file, FILETIME const* created, FILETIME const* accessed,
                            FILETIME const* written);
 
@@ -71,6 +72,7 @@ NX_EXPORT UINT GetWindowsDirectoryA(LPSTR buffer, UINT size);
 
 // Modules and strings. A module's name is found as README.md says; ordinals are not supported (182).
 NX_EXPORT HMODULE LoadLibraryA(LPCSTR name);
+NX_EXPORT HMODULE LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD flags);
 NX_EXPORT BOOL FreeLibrary(HMODULE module);
 NX_EXPORT FARPROC GetProcAddress(HMODULE module, LPCSTR name);
 NX_EXPORT DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size);

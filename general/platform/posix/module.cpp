@@ -369,6 +369,12 @@ HMODULE LoadLibraryA(LPCSTR name) {
     return guarded<HMODULE>(nullptr, [name] { return libraryLoad(name); });
 }
 
+HMODULE LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD flags) {
+    if (reserved != nullptr)
+        return moduleFail(ERROR_INVALID_PARAMETER);
+    return flags != 0 ? moduleFail(ERROR_NOT_SUPPORTED) : LoadLibraryA(name);
+}
+
 BOOL FreeLibrary(HMODULE module) {
     if (module == nullptr) {
         SetLastError(ERROR_INVALID_HANDLE);

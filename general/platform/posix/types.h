@@ -93,6 +93,21 @@ struct _WIN32_FIND_DATAA {
     CHAR cAlternateFileName[14];
 };
 
+struct BY_HANDLE_FILE_INFORMATION {
+    DWORD dwFileAttributes;
+    FILETIME ftCreationTime;
+    FILETIME ftLastAccessTime;
+    FILETIME ftLastWriteTime;
+    DWORD dwVolumeSerialNumber;
+    DWORD nFileSizeHigh;
+    DWORD nFileSizeLow;
+    DWORD nNumberOfLinks;
+    DWORD nFileIndexHigh;
+    DWORD nFileIndexLow;
+};
+using LPBY_HANDLE_FILE_INFORMATION = BY_HANDLE_FILE_INFORMATION*;
+static_assert(sizeof(BY_HANDLE_FILE_INFORMATION) == 52);
+
 enum FINDEX_INFO_LEVELS { FindExInfoStandard };
 enum FINDEX_SEARCH_OPS { FindExSearchNameMatch, FindExSearchLimitToDirectories };
 using LPWIN32_FIND_DATAA = WIN32_FIND_DATAA*;
@@ -198,6 +213,7 @@ inline constexpr int IDIGNORE = 5;
 inline constexpr int IDYES = 6;
 inline constexpr int IDNO = 7;
 inline constexpr DWORD VER_PLATFORM_WIN32_NT = 2;
+inline constexpr DWORD LOAD_LIBRARY_AS_DATAFILE = 2;
 inline constexpr DWORD DLL_PROCESS_ATTACH = 1;
 inline constexpr DWORD DLL_PROCESS_DETACH = 0;
 
