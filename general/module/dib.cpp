@@ -1,6 +1,6 @@
 #include "general/module/dib.h"
 
-#include "general/module/lebytes.h"
+#include "general/module/resimage.h"
 
 namespace {
 
@@ -29,14 +29,15 @@ int NX_Dib::dibOpen(unsigned char const* data, unsigned int size, NX_DibUse use)
 }
 
 int NX_Dib::headerRead(NX_DibUse use) {
+    NXS_ResBytes const bytes{data_, size_};
     if (size_ < 12)
         return errorNumImage;
-    std::uint32_t const headerSize = nxU32(data_);
+    std::uint32_t const headerSize = bytes.u32(0);
     bool const isCore = headerSize == 12;
     if (!isCore && ((headerSize != 40 && headerSize < 52) || headerSize > size_))
         return errorNumImage;
-    std::int64_t height = isCore ? nxU16(data_ + 6) : nxS32(data_ + 8);
-    std::int64_t const width = isCore ? nxU16(data_ + 4) : nxS32(data_ + 4);
+    std::int64_t height = isCore ? std::int64_t{bytes.u16(6)} : static_cast<std::int32_t>(bytes.u32(8));
+    std::int64_t const width = isCore ? std::int64_t{bytes.u16(4)} : static_cast<std::int32_t>(bytes.u32(4));
     isTopDown_ = height < 0;
     isIcon_ = use == dibUseIcon;
     height = isTopDown_ ? -height : height;
@@ -45,9 +46,9 @@ int NX_Dib::headerRead(NX_DibUse use) {
         return errorNumImage;
     width_ = static_cast<std::uint32_t>(width);
     height_ = static_cast<std::uint32_t>(height);
-    depth_ = nxU16(data_ + (isCore ? 10 : 14));
-    compression_ = isCore ? codingNone : nxU32(data_ + 16);
-    if (nxU16(data_ + (isCore ? 8 : 12)) != 1)
+    depth_ = bytes.u16(isCore ? 10 : 14);
+    compression_ = isCore ? codingNone : bytes.u32(16);
+    if (bytes.u16(isCore ? 8 : 12) != 1)
         return errorNumImage; // there is one plane always
     if (compression_ == codingJpeg || compression_ == codingPng)
         return errorNumSystem;
@@ -56,12 +57,13 @@ int NX_Dib::headerRead(NX_DibUse use) {
     tableItem_ = isCore ? 3 : 4;
     if (int const error = masksRead(headerSize); error != 0)
         return error;
-    if (int const error = tableRead(headerSize, isCore ? 0 : nxU32(data_ + 32)); error != 0)
+    if (int const error = tableRead(headerSize, isCore ? 0 : bytes.u32(32)); error != 0)
         return error;
-    return rowsRead(use, isCore ? 0 : nxU32(data_ + 20));
+    return rowsRead(use, isCore ? 0 : bytes.u32(20));
 }
 
 int NX_Dib::masksRead(unsigned int headerSize) {
+    NXS_ResBytes const bytes{data_, size_};
     tableOff_ = headerSize;
     switch (compression_) {
     case codingNone: {
@@ -91,7 +93,7 @@ int NX_Dib::masksRead(unsigned int headerSize) {
         return errorNumImage;
     std::uint32_t seen = depth_ == 16 ? 0xFFFF0000u : 0;
     for (unsigned int n = 0; n < qty; ++n) {
-        masks_[n] = nxU32(data_ + 40 + 4 * n);
+        masks_[n] = bytes.u32(40 + 4 * n);
         if ((masks_[n] & seen) != 0 || !isRun(masks_[n]))
             return errorNumImage;
         seen |= masks_[n];
@@ -102,10 +104,10 @@ int NX_Dib::masksRead(unsigned int headerSize) {
 int NX_Dib::tableRead(unsigned int headerSize, std::uint32_t colorsUsed) {
     std::uint32_t const full = depth_ <= 8 ? 1u << depth_ : 0;
     std::uint32_t const qty = colorsUsed != 0 && headerSize != 12 ? colorsUsed : full;
-    if (tableOff_ > size_ || qty > (size_ - tableOff_) / tableItem_)
+    if (qty > 256 || (full != 0 && qty > full) || tableOff_ > size_ || qty > (size_ - tableOff_) / tableItem_)
         return errorNumImage;
     bitsOff_ = tableOff_ + qty * tableItem_;
-    tableQty_ = qty < full ? qty : full;
+    tableQty_ = full != 0 ? qty : 0;
     return 0;
 }
 

@@ -2,7 +2,7 @@
 #include <bit>
 
 #include "general/module/dib.h"
-#include "general/module/lebytes.h"
+#include "general/module/resimage.h"
 
 namespace {
 
@@ -60,8 +60,9 @@ void NX_Dib::rowDecode(NX_Pixel* row, unsigned char const* from, NX_Pixel const*
     Channel const green(masks_[1]);
     Channel const blue(masks_[2]);
     Channel const alpha(masks_[3]);
+    NXS_ResBytes const bytes{from, rowSize(depth_)};
     for (unsigned int x = 0; x < width_; ++x) {
-        std::uint32_t const pixel = depth_ == 16 ? nxU16(from + 2 * x) : nxU32(from + 4 * x);
+        std::uint32_t const pixel = depth_ == 16 ? bytes.u16(2 * x) : bytes.u32(4 * x);
         row[x] = {red(pixel), green(pixel), blue(pixel),
                   masks_[3] != 0 ? alpha(pixel) : static_cast<unsigned char>(255)};
     }

@@ -4,7 +4,7 @@
 #include <bit>
 #include <cstring>
 
-#include "general/module/lebytes.h"
+#include "general/module/resimage.h"
 
 namespace {
 
@@ -27,8 +27,9 @@ int NX_IconImage::imageOpen(unsigned char const* data, unsigned int size, NX_Ico
     if (type == iconTypeCursor) {
         if (size < 4)
             return errorNumImage;
-        made.hotX_ = static_cast<std::int16_t>(nxU16(data));
-        made.hotY_ = static_cast<std::int16_t>(nxU16(data + 2));
+        NXS_ResBytes const bytes{data, size};
+        made.hotX_ = static_cast<std::int16_t>(bytes.u16(0));
+        made.hotY_ = static_cast<std::int16_t>(bytes.u16(2));
         data += 4;
         size -= 4;
     }
@@ -72,28 +73,29 @@ int NX_IconEntryVec::iconRead(unsigned char const* data, unsigned int size, NX_I
     collDefault();
     if (data == nullptr || size < groupHeaderSize)
         return errorNumImage;
-    unsigned int const qty = nxU16(data + 4);
-    if (nxU16(data) != 0 || nxU16(data + 2) != type || qty == 0 ||
+    NXS_ResBytes const bytes{data, size};
+    unsigned int const qty = bytes.u16(4);
+    if (bytes.u16(0) != 0 || bytes.u16(2) != static_cast<unsigned int>(type) || qty == 0 ||
         qty > (size - groupHeaderSize) / groupEntrySize)
         return errorNumImage;
     for (unsigned int n = 0; n < qty; ++n) {
-        unsigned char const* const p = data + groupHeaderSize + n * groupEntrySize;
+        unsigned int const at = groupHeaderSize + n * groupEntrySize;
         NX_IconEntry entry{};
         if (type == iconTypeIcon) {
-            entry.width = p[0] != 0 ? p[0] : 256;
-            entry.height = p[1] != 0 ? p[1] : 256;
-            entry.colors = p[2];
+            entry.width = bytes.u8(at) != 0 ? bytes.u8(at) : 256;
+            entry.height = bytes.u8(at + 1) != 0 ? bytes.u8(at + 1) : 256;
+            entry.colors = bytes.u8(at + 2);
         } else { // the height counts image and mask
-            entry.width = nxU16(p);
-            entry.height = nxU16(p + 2) / 2u;
+            entry.width = bytes.u16(at);
+            entry.height = bytes.u16(at + 2) / 2;
         }
-        entry.depth = nxU16(p + 6);
+        entry.depth = bytes.u16(at + 6);
         if (entry.depth == 0)
             entry.depth = entry.colors != 0
                               ? std::max(1u, static_cast<std::uint32_t>(std::bit_width(entry.colors - 1)))
                               : 8;
-        entry.size = nxU32(p + 8);
-        entry.id = nxU16(p + 12);
+        entry.size = bytes.u32(at + 8);
+        entry.id = static_cast<std::int32_t>(bytes.u16(at + 12));
         *this += entry;
     }
     return 0;
