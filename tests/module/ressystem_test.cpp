@@ -71,9 +71,11 @@ TEST_P(ResSystem, SameListAndSameBytes) {
         std::string const& type = own.back().type;
         std::string const& id = own.back().id;
         // Without a language the system asks for that of its user before any other.
-        if (GetUserDefaultLangID() == 0x409 && lib.resDescFind(chosen, type.c_str(), id.c_str()) == 0)
-            EXPECT_EQ(foundOf(lib, chosen).bytes,
-                      bytesOf(module, FindResourceA(module, id.c_str(), type.c_str())));
+        bool const same =
+            GetUserDefaultLangID() != 0x409 ||
+            (lib.resDescFind(chosen, type.c_str(), id.c_str()) == 0 &&
+             foundOf(lib, chosen).bytes == bytesOf(module, FindResourceA(module, id.c_str(), type.c_str())));
+        EXPECT_TRUE(same) << type << ' ' << id;
     }
     EXPECT_EQ(own, system);
     EXPECT_GT(own.size(), 0u);
