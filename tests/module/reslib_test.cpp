@@ -1,0 +1,234 @@
+// Resource libraries opened as data: what they list, find and load, sharing, names, failures.
+#include "general/error/errorman.h"
+#include "general/module/app.h"
+#include "general/platform/platform.h"
+#include "tests/module/restest.h"
+#include "tests/support/support.h"
+
+#include <filesystem>
+#include <thread>
+#include <tuple>
+#include <vector>
+
+namespace {
+
+bool hasDetail(char const* part) {
+    return NxErrorBuf().strStrFirst(part) != NX_NO_INDEX;
+}
+
+std::vector<std::string> linesOf(NX_ResLib const& lib) {
+    std::vector<std::string> lines;
+    NX_ResDescVec list;
+    EXPECT_EQ(lib.resDescs(list), 0);
+    for (NX_ResDescVecPtrConst desc(list); desc.itemIsAvail(); ++desc) {
+        NX_ResData data;
+        EXPECT_EQ(lib.resDataLoad(data, *desc), 0);
+        EXPECT_EQ(data.dataSize(), desc->resSize());
+        lines.push_back(nxResTestLine(desc->resTypeText(), desc->resIdText(), desc->resLang(), data.dataP(),
+                                      data.dataSize()));
+    }
+    return lines;
+}
+
+using Lines = std::vector<std::string>;
+
+TEST(ResLib, EveryTargetReadsTheSameList) {
+    NX_ResLib lib;
+    ASSERT_EQ(lib.resLibOpen("resources.dll", resLibTypeFile), 1);
+    EXPECT_EQ(lib.resLibType(), resLibTypeModule);
+    EXPECT_EQ(lib.resLibHand(), nullptr) << "opened as data, nothing is loaded";
+    EXPECT_EQ(linesOf(lib), (Lines{"SPEECH SHORT_TEXT 1033 27 ac4d58e8",
+                                   "CURSOR 1 1033 180 0f0af446",
+                                   "BITMAP 7 1033 112 997a3265",
+                                   "ICON 1 1033 168 3082c184",
+                                   "ICON 2 1033 176 ecd00bac",
+                                   "MENU 10 1033 118 57858e38",
+                                   "MENU 11 1033 96 dc6faa00",
+                                   "STRING 1 1031 40 73469c30",
+                                   "STRING 1 1033 80 cd92f892",
+                                   "STRING 2 1033 74 667f0dfc",
+                                   "STRING 7 1033 64 51cbebdc",
+                                   "STRING 13 1031 62 2d040f19",
+                                   "STRING 4096 1033 62 e52fa561",
+                                   "ACCELERATORS KEYS 1033 32 83fdbbc7",
+                                   "DATA 5 1031 11 751e8603",
+                                   "DATA 5 1033 16 52cd1908",
+                                   "DATA 6 1031 18 3c6ff85c",
+                                   "DATA 6 1036 24 2afe554b",
+                                   "DATA 7 0 14 208d8cbd",
+                                   "CURSOR GROUP POINTER 1033 20 620dc3d3",
+                                   "ICON GROUP 1 1033 34 dc5dac1a",
+                                   "VERSION 1 1033 232 be7569f6",
+                                   "500 300 1033 31 7773e867"}));
+    NX_ResDescVec texts;
+    EXPECT_TRUE(lib.resDescs(texts, resTypeString) == 0 && texts.itemQty() == 6);
+    EXPECT_TRUE(lib.resDescs(texts, 99) == 0 && texts.itemQty() == 0);
+}
+
+// Bytes and sums are those that the module above has of the same files.
+TEST(ResLib, LooseFilesHaveTheShapesOfAModule) {
+    static std::tuple<char const*, NX_ResLibType, Lines> const rows[] = {
+        {"two.ico",
+         resLibTypeIco,
+         {"ICON 1 0 168 3082c184", "ICON 2 0 176 ecd00bac", "ICON GROUP 1 0 34 dc5dac1a"}},
+        {"spot.cur", resLibTypeIco, {"CURSOR 1 0 180 0f0af446", "CURSOR GROUP 1 0 20 620dc3d3"}},
+        {"small.bmp", resLibTypeBmp, {"BITMAP 1 0 112 997a3265"}},
+        {"gap.bmp", resLibTypeBmp, {"BITMAP 1 0 112 549323db"}},
+    };
+    for (auto const& [name, type, lines] : rows) {
+        NX_ResLib lib;
+        ASSERT_EQ(lib.resLibOpen(name, resLibTypeFile), 1) << name;
+        EXPECT_EQ(lib.resLibType(), type);
+        EXPECT_EQ(linesOf(lib), lines) << name;
+    }
+}
+
+TEST(ResLib, FindsByNumberNameAndLanguage) {
+    NX_ResLib lib;
+    ASSERT_EQ(lib.resLibOpen("resources.dll", resLibTypeModule), 1);
+    NX_ResDesc desc;
+    EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 5) == 0 && desc.resLang() == 0x409)
+        << "English before German";
+    EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 5, 0x407) == 0 && desc.resSize() == 11);
+    EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 6) == 0 && desc.resLang() == 0x407)
+        << "the first, lacking both";
+    EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 7) == 0 && desc.resLang() == 0);
+    EXPECT_TRUE(lib.resDescFind(desc, resTypeAccel, "keys") == 0 && desc.resId() == 0);
+    EXPECT_STREQ(desc.resName().dataPConst(), "KEYS");
+    EXPECT_TRUE(lib.resDescFind(desc, "speech", "Short_Text") == 0 && desc.resType() == 0);
+    EXPECT_STREQ(desc.resTypeName().dataPConst(), "SPEECH");
+    EXPECT_TRUE(lib.resDescFind(desc, "#500", "#300") == 0 && desc.resType() == 500 && desc.resId() == 300);
+
+    EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 5, 0x40C) == -1 && hasDetail("F=resources.dll V=5"));
+    EXPECT_TRUE(lib.resDescFind(desc, resTypeAccel, "none") == -1 && hasDetail("F=resources.dll T=none"));
+    EXPECT_TRUE(NxErrorNum() == errorNumResLibNotFound && desc.resType() == 500) << "what was found stays";
+    EXPECT_EQ(lib.resDescFind(desc, resTypeAccel, 0), -1) << "a name is not number 0";
+
+    // A description stands for the same resource of another library.
+    NX_ResLib other;
+    NX_ResData data;
+    ASSERT_EQ(other.resLibOpen("two.ico", resLibTypeIco), 1);
+    ASSERT_EQ(other.resDescFind(desc, resTypeIcon, 2), 0);
+    EXPECT_TRUE(lib.resDataLoad(data, desc) == -1 && hasDetail("V=2")) << "its icons are not neutral";
+    ASSERT_EQ(lib.resDescFind(desc, resTypeData, 7), 0);
+    EXPECT_EQ(lib.resDataLoad(data, desc), 0);
+    lib.resLibClose();
+    EXPECT_EQ(std::string(data.dataP(), data.dataP() + data.dataSize()), "in no language")
+        << "held by the data";
+    EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 7) == -1 && lib.resDataLoad(data, desc) == -1) << "closed";
+    NxErrorOk();
+}
+
+TEST(ResLib, TextsOfData) {
+    NX_ResLib lib;
+    ASSERT_EQ(lib.resLibOpen("resources.dll", resLibTypeFile), 1);
+    static std::tuple<int, char const*> const rows[] = {
+        {1, "one"},
+        {15, "the last of its block"},
+        {16, "the first of the next"},
+        {200, "nur auf Deutsch"},
+        {-1, "the last of all"},
+        {0, ""},
+        {2, ""},
+        {3000, ""},
+        {100, GetACP() == 1252 ? "caf\xE9, 5 \x80, ?, ??" : "caf?, 5 ?, ?, ??"},
+    };
+    NX_StringA text;
+    for (auto const& [id, expected] : rows) {
+        EXPECT_EQ(text.strLoad(lib, id), static_cast<int>(std::string(expected).size())) << id;
+        EXPECT_STREQ(text.dataPConst(), expected);
+    }
+    char buffer[6] = "old";
+    EXPECT_TRUE(lib.resTextLoad(buffer, 1, 1) == 0 && lib.resTextLoad(buffer, sizeof buffer, 2) == 0);
+    EXPECT_STREQ(buffer, "old");
+    EXPECT_TRUE(lib.resTextLoad(buffer, sizeof buffer, 15) == 5 && std::string(buffer) == "the l");
+}
+
+TEST(ResLib, SharedByFileWhateverTheName) {
+    std::filesystem::copy(nxResTestPath("two.ico"), "Icons.ICO");
+    std::filesystem::copy(nxResTestPath("spot.cur"), "spot.new");
+    NX_ResLib first;
+    NX_ResLib second;
+    NX_ResData one;
+    NX_ResData two;
+    NX_ResDesc desc;
+    auto const load = [&desc](NX_ResLib const& lib, NX_ResData& data) {
+        return lib.resDescFind(desc, resTypeIcon, 1) == 0 ? lib.resDataLoad(data, desc) : -1;
+    };
+    ASSERT_EQ(first.resLibOpen("Icons", resLibTypeFile), 1) << "the extension is looked for in both cases";
+    ASSERT_EQ(second.resLibOpen("Icons.ICO", ".", resLibTypeIco), 1);
+    ASSERT_TRUE(load(first, one) == 0 && load(second, two) == 0);
+    EXPECT_EQ(one.dataP(), two.dataP());
+
+    std::filesystem::rename("spot.new", "Icons.ICO");
+    ASSERT_EQ(second.resLibOpen("./Icons.ICO", resLibTypeIco), 1);
+    EXPECT_TRUE(load(second, two) == -1 && second.resDescFind(desc, resTypeCursor, 1) == 0)
+        << "another file now";
+    EXPECT_EQ(load(first, one), 0) << "those who have the old one keep it";
+    NxErrorOk();
+
+    // Code and data are two uses: a module opened as data stays data.
+    NX_ResLib code("resources", nxResTestDir(), resLibTypeModule);
+    EXPECT_TRUE(code.resLibIsOpen() == 0 && code.resLibType() == resLibTypeNone && code.resLibOpen() == 1);
+    EXPECT_EQ(GetModuleHandleA("resources.dll"), nullptr);
+    NX_Dll dll;
+    EXPECT_EQ(dll.dllOpen("testmodule.dll"), 1);
+    NX_ResDescVec list;
+    EXPECT_EQ(dll.resDescs(list), 0) << "read from its file; elsewhere a module has no such directory";
+    EXPECT_NE(dll.resLibHandSys(), nullptr);
+}
+
+TEST(ResLib, FailuresNameTheLibrary) {
+    std::filesystem::create_directory("folder.ico");
+    nxFileMake("text.dll", "MZ but no more");
+    nxFileMake("empty.bmp", "");
+    static std::tuple<char const*, NX_ResLibType, int> const rows[] = {
+        {"missing", resLibTypeFile, errorNumResLibNotFound},
+        {"missing.ico", resLibTypeIco, errorNumResLibNotFound},
+        {"folder.ico", resLibTypeIco, errorNumFileAccess},
+        {"text.dll", resLibTypeModule, errorNumImage},
+        {"empty.bmp", resLibTypeFile, errorNumImage},
+        {"two.ico", resLibTypeBmp, errorNumImage},
+        {"spot.cur", resLibTypeModule, errorNumImage},
+    };
+    for (auto const& [name, type, number] : rows) {
+        NX_ResLib lib;
+        NxErrorOk();
+        EXPECT_EQ(lib.resLibOpen(name, type), -1) << name;
+        EXPECT_EQ(NxErrorNum(), number) << name;
+        EXPECT_TRUE(hasDetail((std::string(" F=") + name).c_str())) << NxErrorBuf();
+    }
+    NX_ResLib lib;
+    EXPECT_TRUE(lib.resLibOpen("", resLibTypeFile) == 0 &&
+                lib.resLibOpen("two.ico", ".", resLibTypeIco) == -1);
+    ASSERT_EQ(lib.resLibOpen("two.ico", resLibTypeIco), 1);
+    EXPECT_TRUE(lib.resLibOpen("two.ico", resLibTypeBmp) == -1 && lib.resLibType() == resLibTypeIco)
+        << "stays";
+    EXPECT_TRUE(lib.resLibHandSys() == nullptr && GetLastError() == ERROR_INVALID_HANDLE);
+
+    HANDLE const held = CreateFileA("text.dll", GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_TRUE(lib.resLibOpen("text.dll", resLibTypeFile) == -1 && NxErrorNum() == errorNumFileShared);
+    CloseHandle(held);
+    NxErrorOk();
+}
+
+TEST(ResLib, ManyThreadsOpenOneFile) {
+    std::vector<std::thread> threads;
+    std::atomic<int> good = 0;
+    for (int n = 0; n < 4; ++n)
+        threads.emplace_back([&good] {
+            for (int i = 0; i < 50; ++i) {
+                NX_ResLib lib;
+                NX_ResDesc desc;
+                NX_ResData data;
+                good += lib.resLibOpen("two.ico", resLibTypeFile) == 1 &&
+                        lib.resDescFind(desc, resTypeIconGroup, 1) == 0 && lib.resDataLoad(data, desc) == 0 &&
+                        lib.resLibClose() == 0 && data.dataSize() == 34;
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(good, 200);
+}
+
+} // namespace
