@@ -24,7 +24,8 @@ NX_ResMenu::NX_ResMenu(NX_ResLib const& lib, NX_ResKey const& key) : NX_ResObjec
 HMENU NX_ResMenu::resHand() const {
     auto const make = [](void const* object) {
         auto const& self = *static_cast<NX_ResMenu const*>(object);
-        return NXS_ResHand::Made{LoadMenuA(self.sysModule(), self.sysName()), menuRelease};
+        HINSTANCE const module = self.sysModule(); // null would mean the program's own
+        return NXS_ResHand::Made{module != nullptr ? LoadMenuA(module, self.sysName()) : nullptr, menuRelease};
     };
     return static_cast<HMENU>(resHandP(make));
 }
