@@ -110,7 +110,7 @@ int NX_ResIconGroup::fileData(NX_ByteVec& file) const {
         NX_ResIconImage const& image = images[n];
         put.u8(entry.width < 256 ? entry.width : 0); // 0 means 256
         put.u8(entry.height < 256 ? entry.height : 0);
-        put.u8(entry.colors);
+        put.u8(entry.colors == 0 && entry.depth < 8 ? 1u << entry.depth : entry.colors);
         put.u8(0);
         put.u16(type_ == iconTypeIcon ? 1 : static_cast<unsigned int>(image.hotX()));
         put.u16(type_ == iconTypeIcon ? entry.depth : static_cast<unsigned int>(image.hotY()));
