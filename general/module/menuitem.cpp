@@ -115,6 +115,8 @@ private:
     static void separatorSet(NX_MenuItem& item) {
         if (item.isPopup_ == 0 && item.id_ == 0 && item.text_.strLen() == 0)
             item.type_ |= menuTypeSeparator;
+        if (item.itemIsSeparator() != 0)
+            item.state_ |= menuStateGrayed;
     }
 
     void align() { at_ = (at_ + 3) & ~3u; }

@@ -69,7 +69,8 @@ public:
     static constexpr unsigned int depthMax = 32;
 
     // Fills the list from the bytes of a template. 0, or 22749 and the list is empty. Bytes behind the last
-    // item are not looked at. An item without text and id is a separator, as in the system.
+    // item are not looked at. An item without text and id is a separator; separators
+    // are grayed. Both are so in the system.
     int menuRead(unsigned char const* data, unsigned int size);
 
     // The first item with this id that is no popup and no separator; NX_NO_INDEX without one.

@@ -35,8 +35,8 @@ public:
     // that long the library must stay open; of a loose file the object keeps it. Null on failure.
     HICON resHand() const;
 
-    // A handle of the image of one entry, in the image's size. The caller releases it with DestroyIcon. Null
-    // on failure. REQUIRES: as imageLoad.
+    // A handle of the image of one entry, which the system brings to its usual size. The caller releases it
+    // with DestroyIcon. Null on failure. REQUIRES: as imageLoad.
     HICON imageHandSys(unsigned int entry) const;
 
     // The bytes of an icon or cursor file with all images. 0; -1 with `file` unchanged: 14498 or 22749 for an

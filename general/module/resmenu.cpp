@@ -25,7 +25,8 @@ HMENU NX_ResMenu::resHand() const {
     auto const make = [](void const* object) {
         auto const& self = *static_cast<NX_ResMenu const*>(object);
         HINSTANCE const module = self.sysModule(); // null would mean the program's own
-        return NXS_ResHand::Made{module != nullptr ? LoadMenuA(module, self.sysName()) : nullptr, menuRelease};
+        return NXS_ResHand::Made{module != nullptr ? LoadMenuA(module, self.sysName()) : nullptr,
+                                 menuRelease};
     };
     return static_cast<HMENU>(resHandP(make));
 }

@@ -110,7 +110,7 @@ inline std::vector<NXS_ImageCase> nxImageCases() {
          row({R, G, B, R, "/", G, G, G, B})},
         {"run-length, a step", rle8("0201 0002 0101 0103 0001"), row({R, R, R, X, "/", G, G, R, R}), true},
         {"run-length, cut at the row's end", rle8("FF02 0000 0401 0001"), row({G, G, G, G, "/", B, B, B, B})},
-        {"run-length, full without a mark", rle8("0402 0000 0401"), row({G, G, G, G, "/", B, B, B, B})},
+        {"run-length, full without a mark", rle8("0402 0000 0401"), row({G, G, G, G, "/", B, B, B, B}), true},
         {"run-length, 4 bits", rle4("0512 0000 0005 012300 00 0001"),
          row({R, G, B, X, R, "/", G, B, G, B, G})},
         {"run-length, ends early", rle8("0402 0000"), "", true},

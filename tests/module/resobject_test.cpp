@@ -8,6 +8,8 @@
 #include "tests/module/restest.h"
 #include "tests/support/support.h"
 
+#include <thread>
+
 namespace {
 
 struct ResObject : testing::Test {
@@ -89,7 +91,7 @@ TEST_F(ResObject, MenusAndKeys) {
     NX_ResMenu const plain(lib, 10);
     NX_ResMenu const extended(lib, 11);
     EXPECT_EQ(linesOf(plain.menuItems()),
-              "0 0 0 0 0 &File|1 101 0 0 0 &Open\tCtrl+O|1 0 800 0 0 |1 0 0 0 0 &Recent|"
+              "0 0 0 0 0 &File|1 101 0 0 0 &Open\tCtrl+O|1 0 800 3 0 |1 0 0 0 0 &Recent|"
               "2 102 0 1 0 None|1 103 0 8 0 E&xit|0 104 4000 0 0 &Help|");
     EXPECT_EQ(linesOf(extended.menuItems()), "0 200 0 0 900 &View|1 201 200 8 0 &Large|1 202 0 0 0 &Small|");
     NX_ResAccel const keys(lib, "keys");
@@ -155,6 +157,19 @@ TEST_F(ResObject, ObjectsKeepTheirLibrary) {
     EXPECT_EQ(icon.resIsOk(), 0);
     EXPECT_EQ(imageOf(copy, 0).substr(0, 15), "00000000 800000");
     EXPECT_EQ(copy.resLib().resLibIsOpen(), 1);
+    // Copies on several threads share bytes and handle.
+    auto const use = [&copy] {
+        for (int n = 0; n < 200; ++n) {
+            NX_ResIcon const own(copy);
+            NX_ResIconImage image;
+            EXPECT_EQ(own.imageLoad(image, 0), 0);
+            own.resHand();
+        }
+    };
+    std::thread first(use);
+    std::thread second(use);
+    first.join();
+    second.join();
 }
 
 } // namespace

@@ -82,7 +82,10 @@ TEST_F(Screen, IconsHaveTheSystemsPixels) {
         ASSERT_TRUE(row.group.imageLoad(image, row.entry) == 0 && image.imagePixels(pixels) == 0);
         unsigned int const width = image.imageWidth();
         unsigned int const height = image.imageHeight();
-        HICON const hand = row.group.imageHandSys(row.entry);
+        auto* const bytes = const_cast<BYTE*>(image.resData().dataP());
+        HICON const hand =
+            CreateIconFromResourceEx(bytes, image.resData().dataSize(), image.hotX() == 0, 0x30000,
+                                     static_cast<int>(width), static_cast<int>(height), 0);
         ICONINFO info;
         ASSERT_TRUE(GetIconInfo(hand, &info));
         bool const isMono = info.hbmColor == nullptr; // then image and mask stand in one, the mask above
@@ -106,6 +109,11 @@ TEST_F(Screen, IconsHaveTheSystemsPixels) {
                                                    static_cast<unsigned int>(size))]
                       .id)
             << size;
+    HICON const usual = icon.imageHandSys(0);
+    ICONINFO info;
+    EXPECT_TRUE(GetIconInfo(usual, &info) &&
+                sysPixels(info.hbmColor, 32, 32).substr(0, 27) == "000000 000000 000000 000000");
+    EXPECT_TRUE(DeleteObject(info.hbmMask) && DeleteObject(info.hbmColor) && DestroyIcon(usual));
     EXPECT_TRUE(icon.resHand() != nullptr && cursor.resHand() != nullptr && file.resHand() != nullptr);
 }
 
