@@ -99,4 +99,28 @@ TEST(PlatformFile, refusals) {
     CloseHandle(writer);
 }
 
+TEST(PlatformFile, whichFileAHandleStandsFor) {
+    nxFileMake("known", "12345");
+    nxFileMake("stranger", "12345");
+    BY_HANDLE_FILE_INFORMATION info[3];
+    char const* const names[] = {"known", "renamed", "stranger"};
+    for (int n = 0; n < 3; ++n) {
+        EXPECT_TRUE(n != 1 || MoveFileA("known", "renamed"));
+        HANDLE const file = fileOpen(names[n], GENERIC_READ);
+        EXPECT_EQ(errorOf(GetFileInformationByHandle(file, &info[n])), 0u);
+        FILETIME written;
+        EXPECT_TRUE(GetFileTime(file, nullptr, nullptr, &written));
+        EXPECT_EQ(CompareFileTime(&written, &info[n].ftLastWriteTime), 0);
+        CloseHandle(file);
+        EXPECT_EQ(errorOf(GetFileInformationByHandle(file, &info[n])), 6u);
+    }
+    auto const index = [&info](int n) {
+        return std::uint64_t{info[n].nFileIndexHigh} << 32 | info[n].nFileIndexLow;
+    };
+    EXPECT_TRUE(index(0) == index(1) && index(0) != index(2));
+    EXPECT_TRUE(info[0].dwVolumeSerialNumber == info[2].dwVolumeSerialNumber && info[0].nNumberOfLinks == 1);
+    EXPECT_TRUE(info[0].nFileSizeLow == 5 && info[0].nFileSizeHigh == 0);
+    EXPECT_EQ(info[0].dwFileAttributes & ~DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{FILE_ATTRIBUTE_ARCHIVE});
+}
+
 } // namespace

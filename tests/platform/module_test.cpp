@@ -40,6 +40,13 @@ protected:
     }
 };
 
+TEST_F(PlatformModule, ExtendedLoading) {
+    HMODULE const plain = LoadLibraryA("nxtest.dll");
+    EXPECT_EQ(LoadLibraryExA("nxtest.dll", nullptr, 0), plain);
+    EXPECT_TRUE(FreeLibrary(plain) && FreeLibrary(plain));
+    EXPECT_REFUSED(LoadLibraryExA("missing.dll", nullptr, 0), DWORD{ERROR_MOD_NOT_FOUND});
+}
+
 TEST_F(PlatformModule, refusedNames) {
     std::tuple<DWORD, std::vector<char const*>> const rows[] = {
         {126, {"", "missing.dll", "nodir\\missing.dll", "mi?s.dll", "sub", "sub\\", "text.dll\\x"}},

@@ -24,6 +24,13 @@ unsigned int pageUnder(char const* variable, char const* locale) {
     return GetACP();
 }
 
+TEST(PosixModule, NothingIsLoadedAsData) {
+    HANDLE const reserved = INVALID_HANDLE_VALUE;
+    EXPECT_TRUE(LoadLibraryExA("nxtest.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE) == nullptr &&
+                GetLastError() == 50);
+    EXPECT_TRUE(LoadLibraryExA("nxtest.dll", reserved, 0) == nullptr && GetLastError() == 87);
+}
+
 TEST(PosixLocale, pageFollowsVariableThenLocale) {
     std::tuple<char const*, unsigned int> const rows[] = {
         {"C", 1252},         {"ja_JP.UTF-8", 932}, {"ja", 932},     {"zh_CN", 936},

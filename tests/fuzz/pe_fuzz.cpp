@@ -1,0 +1,13 @@
+// tests/fuzz/pe_fuzz.cpp - files of resources of every kind: modules, bitmaps, icons, cursors.
+#include "tests/fuzz/peread.h"
+
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(unsigned char const* data, std::size_t size) {
+    unsigned int sum = 0;
+    long const qty = nxResTouch(data, size, sum);
+    // A leaf takes more than eight bytes of its own, so that lists cannot outgrow their file.
+    if (qty < -1 || qty > static_cast<long>(size / 8))
+        std::abort();
+    return 0;
+}
