@@ -142,13 +142,21 @@ TEST(Image, Accelerators) {
     EXPECT_EQ(entries.itemQty(), 0u);
 }
 
-TEST(Image, InputsThatOnceWereHard) {
+// Whole, cut at every place, and with every byte changed.
+TEST(Image, EveryCutAndEveryChangedByte) {
     int files = 0;
     unsigned int sum = 0;
     for (auto const& file : std::filesystem::directory_iterator(nxResTestPath("corpus/image"))) {
-        std::string const whole = nxFileContent(file.path().string().c_str());
-        for (std::size_t size = 0; size <= whole.size(); ++size)
-            EXPECT_TRUE(nxInputTouch(nxBytes(whole), size, sum)) << file.path().string() << size;
+        std::string bytes = nxFileContent(file.path().string().c_str());
+        for (std::size_t size = 0; size <= bytes.size(); ++size)
+            EXPECT_TRUE(nxInputTouch(nxBytes(bytes), size, sum)) << file.path().string() << size;
+        for (std::size_t at = 1; at < bytes.size(); ++at) {
+            for (char const change : {'\x01', '\x80', '\xFF'}) {
+                bytes[at] = static_cast<char>(bytes[at] ^ change);
+                EXPECT_TRUE(nxInputTouch(nxBytes(bytes), bytes.size(), sum)) << file.path().string() << at;
+                bytes[at] = static_cast<char>(bytes[at] ^ change);
+            }
+        }
         ++files;
     }
     EXPECT_GT(files, 0);
