@@ -61,7 +61,8 @@ private:
     int isRle() const { return compression_ == 1 || compression_ == 2; }
     unsigned int rowSize(unsigned int bits) const; // bytes, padded to 4
     unsigned char const* rowP(unsigned int y) const;
-    void rowDecode(NX_Pixel* row, unsigned char const* from, NX_Pixel const* table) const;
+    void indexRows(NX_Image& image, NX_Pixel const* table) const;
+    void colorRows(NX_Image& image) const;
     void maskApply(NX_Image& image) const;
     int rleDecode(NX_Image& image, NX_Pixel const* table) const;
 

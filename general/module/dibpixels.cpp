@@ -9,30 +9,37 @@ namespace {
 // One colour of a pixel that holds its colours itself: the bits of a mask, brought to 8.
 class Channel {
 public:
-    explicit Channel(std::uint32_t mask)
-        : mask_(mask), shift_(mask == 0 ? 0 : static_cast<unsigned int>(std::countr_zero(mask))),
-          bits_(static_cast<unsigned int>(std::popcount(mask))) {}
-
     // Fewer than 8 bits are repeated, so that the greatest value becomes 255; of more than 8 the highest
     // count.
-    unsigned char operator()(std::uint32_t pixel) const {
-        std::uint32_t const value = (pixel & mask_) >> shift_;
-        if (bits_ >= 8)
-            return static_cast<unsigned char>(value >> (bits_ - 8));
-        if (bits_ == 0)
-            return 0;
-        std::uint32_t wide = 0;
-        unsigned int have = 0;
-        for (; have < 8; have += bits_)
-            wide = wide << bits_ | value;
-        return static_cast<unsigned char>(wide >> (have - 8));
+    explicit Channel(std::uint32_t mask) : mask_(mask) {
+        unsigned int const given = static_cast<unsigned int>(std::popcount(mask));
+        unsigned int const bits = given < 8 ? given : 8;
+        if (given == 0)
+            return;
+        shift_ = static_cast<unsigned int>(std::countr_zero(mask)) + given - bits;
+        for (unsigned int value = 0; value < 1u << bits; ++value) {
+            unsigned int wide = 0;
+            unsigned int have = 0;
+            for (; have < 8; have += bits)
+                wide = wide << bits | value;
+            values_[value] = static_cast<unsigned char>(wide >> (have - 8));
+        }
     }
+
+    unsigned char operator()(std::uint32_t pixel) const { return values_[(pixel & mask_) >> shift_]; }
 
 private:
     std::uint32_t mask_;
-    unsigned int shift_;
-    unsigned int bits_;
+    unsigned int shift_ = 0;
+    unsigned char values_[256] = {};
 };
+
+template <unsigned int depth>
+void indexesDecode(NX_Pixel* row, unsigned int width, unsigned char const* from, NX_Pixel const* table) {
+    constexpr unsigned int perByte = 8 / depth;
+    for (unsigned int x = 0; x < width; ++x)
+        row[x] = table[from[x / perByte] >> (8 - depth * (x % perByte + 1)) & ((1u << depth) - 1)];
+}
 
 } // namespace
 
@@ -41,30 +48,32 @@ unsigned char const* NX_Dib::rowP(unsigned int y) const {
     return data_ + bitsOff_ + std::size_t{isTopDown_ ? y : height_ - 1 - y} * rowSize(depth_);
 }
 
-void NX_Dib::rowDecode(NX_Pixel* row, unsigned char const* from, NX_Pixel const* table) const {
-    if (depth_ <= 8) {
-        unsigned int const perByte = 8 / depth_;
-        unsigned int const low = (1u << depth_) - 1;
-        for (unsigned int x = 0; x < width_; ++x) {
-            unsigned int const shift = 8 - depth_ * (x % perByte + 1);
-            row[x] = table[from[x / perByte] >> shift & low];
-        }
-        return;
-    }
-    if (depth_ == 24) {
-        for (unsigned int x = 0; x < width_; ++x)
-            row[x] = {from[3 * x + 2], from[3 * x + 1], from[3 * x], 255};
-        return;
-    }
+void NX_Dib::indexRows(NX_Image& image, NX_Pixel const* table) const {
+    auto const decode = depth_ == 1 ? indexesDecode<1> : depth_ == 4 ? indexesDecode<4> : indexesDecode<8>;
+    for (unsigned int y = 0; y < height_; ++y)
+        decode(image.rowPMod(y), width_, rowP(y), table);
+}
+
+void NX_Dib::colorRows(NX_Image& image) const {
     Channel const red(masks_[0]);
     Channel const green(masks_[1]);
     Channel const blue(masks_[2]);
     Channel const alpha(masks_[3]);
-    NXS_ResBytes const bytes{from, rowSize(depth_)};
-    for (unsigned int x = 0; x < width_; ++x) {
-        std::uint32_t const pixel = depth_ == 16 ? bytes.u16(2 * x) : bytes.u32(4 * x);
-        row[x] = {red(pixel), green(pixel), blue(pixel),
-                  masks_[3] != 0 ? alpha(pixel) : static_cast<unsigned char>(255)};
+    unsigned char const opaque = masks_[3] == 0 ? 255 : 0;
+    for (unsigned int y = 0; y < height_; ++y) {
+        NX_Pixel* const row = image.rowPMod(y);
+        unsigned char const* const from = rowP(y);
+        NXS_ResBytes const bytes{from, rowSize(depth_)};
+        if (depth_ == 24) {
+            for (unsigned int x = 0; x < width_; ++x)
+                row[x] = {from[3 * x + 2], from[3 * x + 1], from[3 * x], 255};
+            continue;
+        }
+        for (unsigned int x = 0; x < width_; ++x) {
+            std::uint32_t const pixel = depth_ == 16 ? bytes.u16(2 * x) : bytes.u32(4 * x);
+            row[x] = {red(pixel), green(pixel), blue(pixel),
+                      static_cast<unsigned char>(alpha(pixel) | opaque)};
+        }
     }
 }
 
@@ -109,9 +118,10 @@ int NX_Dib::imagePixels(NX_Image& image) const {
     if (isRle()) {
         if (int const error = rleDecode(made, table); error != 0)
             return error;
+    } else if (depth_ <= 8) {
+        indexRows(made, table);
     } else {
-        for (unsigned int y = 0; y < height_; ++y)
-            rowDecode(made.rowPMod(y), rowP(y), table);
+        colorRows(made);
     }
     if (isIcon_)
         maskApply(made);

@@ -1,6 +1,7 @@
 // Colours: texts, names, the system's, the nearest of a list.
 #include "general/error/errorman.h"
 #include "general/module/color.h"
+#include "general/platform/platform.h"
 #include "tests/support/support.h"
 
 namespace {
@@ -37,6 +38,9 @@ TEST(Color, PartsOfTheSystem) {
     for (int part = -2; part < 64; ++part)
         sum = sum * 31 + NX_Color::colorSys(part).colorWord();
     EXPECT_EQ(sum, 4200791503u);
+    for (int const metric : {SM_CXICON, SM_CYICON, SM_CXCURSOR, SM_CYCURSOR})
+        EXPECT_EQ(GetSystemMetrics(metric), 32);
+    EXPECT_TRUE(GetSystemMetrics(SM_CXSMICON) == 16 && GetSystemMetrics(SM_CYSMICON) == 16);
     for (int const part : {-1, 31, 99, 0x7FFFFFFF})
         EXPECT_EQ(NX_Color::colorSys(part), NX_Color()) << part;
 }
