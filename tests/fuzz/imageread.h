@@ -8,9 +8,6 @@
 
 #include <cstring>
 
-// What an input is read as, by its first byte modulo their number.
-enum class NXS_TouchKind { bitmap, icon, cursor, iconGroup, cursorGroup, menu, accel, file, qty };
-
 // Looks at every pixel. False when the image is not as large as was said.
 inline bool nxImageTouch(NX_Image const& image, unsigned int width, unsigned int height, unsigned int& sum) {
     for (unsigned int n = 0; n < image.pixels().itemQty(); ++n)
@@ -40,77 +37,50 @@ inline bool nxMenuTouch(NX_MenuItemVec const& items, unsigned int& sum) {
 }
 
 // Decodes the bytes as a resource of a type. False when a decoder contradicts itself.
-inline bool nxResourceTouch(NXS_TouchKind kind, unsigned char const* data, unsigned int size,
-                            unsigned int& sum) {
-    switch (kind) {
-    case NXS_TouchKind::bitmap: {
+inline bool nxResourceTouch(int type, unsigned char const* data, unsigned int size, unsigned int& sum) {
+    switch (type) {
+    case resTypeBitmap: {
         NX_Dib dib;
-        return dib.dibOpen(data, size) != 0
-                   ? dib.imageWidth() == 0
-                   : dib.dataOffBits() <= size && dib.imageColors().itemQty() <= 256 &&
-                         nxPixelsTouch(dib, sum);
+        return dib.dibOpen(data, size) != 0 || (dib.dataOffBits() <= size && nxPixelsTouch(dib, sum));
     }
-    case NXS_TouchKind::icon:
-    case NXS_TouchKind::cursor: {
+    case resTypeIcon:
+    case resTypeCursor: {
         NX_IconImage image;
-        return image.imageOpen(data, size, kind == NXS_TouchKind::icon ? iconTypeIcon : iconTypeCursor) !=
-                   0 ||
-               nxPixelsTouch(image, sum);
+        NX_IconType const kind = type == resTypeIcon ? iconTypeIcon : iconTypeCursor;
+        return image.imageOpen(data, size, kind) != 0 || nxPixelsTouch(image, sum);
     }
-    case NXS_TouchKind::iconGroup:
-    case NXS_TouchKind::cursorGroup: {
+    case resTypeIconGroup:
+    case resTypeCursorGroup: {
         NX_IconEntryVec entries;
-        entries.iconRead(data, size, kind == NXS_TouchKind::iconGroup ? iconTypeIcon : iconTypeCursor);
-        unsigned int const best = entries.iconBest(32, 32, 8);
-        return entries.itemQty() == 0 ? best == NX_NO_INDEX : best < entries.itemQty();
+        int const error =
+            entries.iconRead(data, size, type == resTypeIconGroup ? iconTypeIcon : iconTypeCursor);
+        return (entries.iconBest(32, 32, 8) < entries.itemQty()) == (error == 0);
     }
-    case NXS_TouchKind::menu: {
+    case resTypeMenu: {
         NX_MenuItemVec items;
-        return items.menuRead(data, size) != 0 ? items.itemQty() == 0 : nxMenuTouch(items, sum);
+        return (items.menuRead(data, size) == 0) == (items.itemQty() != 0) && nxMenuTouch(items, sum);
     }
     default: {
         NX_AccelVec entries;
-        return entries.accelRead(data, size) != 0 || entries.itemQty() * 8 <= size;
+        return (entries.accelRead(data, size) == 0) == (entries.itemQty() != 0) &&
+               entries.itemQty() <= size / 8;
     }
     }
 }
 
-inline NXS_TouchKind nxTouchKind(std::uint32_t type) {
-    switch (type) {
-    case resTypeBitmap:
-        return NXS_TouchKind::bitmap;
-    case resTypeIcon:
-        return NXS_TouchKind::icon;
-    case resTypeCursor:
-        return NXS_TouchKind::cursor;
-    case resTypeIconGroup:
-        return NXS_TouchKind::iconGroup;
-    case resTypeCursorGroup:
-        return NXS_TouchKind::cursorGroup;
-    case resTypeMenu:
-        return NXS_TouchKind::menu;
-    default:
-        return NXS_TouchKind::accel;
-    }
-}
-
-// False when something contradicts itself; memory errors are the sanitizers' to find.
+// The first byte, modulo 16, is the type; 0 means a loose file. False when something contradicts itself;
+// memory errors are the sanitizers' to find.
 inline bool nxInputTouch(unsigned char const* data, std::size_t size, unsigned int& sum) {
-    if (size == 0)
-        return true;
-    auto const kind = static_cast<NXS_TouchKind>(data[0] % static_cast<unsigned int>(NXS_TouchKind::qty));
     auto const bytes = static_cast<unsigned int>(size - 1);
-    if (kind != NXS_TouchKind::file)
-        return nxResourceTouch(kind, data + 1, bytes, sum);
+    if (size < 2 || data[0] % 16 != 0)
+        return size < 2 || nxResourceTouch(data[0] % 16, data + 1, bytes, sum);
     NXS_ResImage file;
-    if (bytes != 0)
-        std::memcpy(file.bytesNew(bytes), data + 1, bytes);
-    if (file.imageRead(resLibTypeFile) != 0)
-        return true;
-    for (unsigned int n = 0; n < file.entries().itemQty(); ++n) {
-        NXS_ResEntry const& entry = file.entries()[n];
-        if (!nxResourceTouch(nxTouchKind(entry.type.number), file.dataP(entry), entry.size, sum))
-            return false;
+    std::memcpy(file.bytesNew(bytes), data + 1, bytes);
+    bool isGood = true;
+    if (file.imageRead(resLibTypeFile) == 0) {
+        for (NXS_ResEntry const* e = file.entries().dataPConst(); e != file.entries().itemPEndConst(); ++e)
+            isGood =
+                isGood && nxResourceTouch(static_cast<int>(e->type.number), file.dataP(*e), e->size, sum);
     }
-    return true;
+    return isGood;
 }

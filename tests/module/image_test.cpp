@@ -47,8 +47,8 @@ TEST(Image, IconImages) {
         nxHex("89504E470D0A1A0A 0000000D 49484452 00000100 00000080 08 06 000000 00000000");
     IconCase const rows[] = {
         // The upper row is transparent and inverts where it is white.
-        {"mask", iconTypeIcon, mono, 0, "00000000 FFFFFF00 / FFFFFF 00000000"},
-        {"hot spot", iconTypeCursor, nxHex("0100 FFFF") + mono, 0, "00000000 FFFFFF00 / FFFFFF 00000000"},
+        {"mask", iconTypeIcon, mono, 0, "K00 W00 / W K00"},
+        {"hot spot", iconTypeCursor, nxHex("0100 FFFF") + mono, 0, "K00 W00 / W K00"},
         {"alpha", iconTypeIcon, nxDibHead(2, 2, 32) + nxHex("01020380 04050600 C0000000"), 0,
          "03020180 06050400"},
         {"no alpha, so the mask", iconTypeIcon, nxDibHead(2, 2, 32) + nxHex("01020300 04050600 40000000"), 0,

@@ -13,8 +13,8 @@
 
 namespace {
 
-// The colours of a bitmap of the system, without alpha.
-std::string sysPixels(HBITMAP bitmap, unsigned int width, unsigned int height) {
+// A bitmap of the system, without alpha.
+NX_Image sysImage(HBITMAP bitmap, unsigned int width, unsigned int height) {
     HDC const dc = GetDC(nullptr);
     BITMAPINFO info = {};
     info.bmiHeader = {40, static_cast<LONG>(width), -static_cast<LONG>(height), 1, 32, BI_RGB, 0, 0, 0, 0, 0};
@@ -26,14 +26,7 @@ std::string sysPixels(HBITMAP bitmap, unsigned int width, unsigned int height) {
     for (unsigned int n = 0; n < width * height; ++n)
         image.rowPMod(n / width)[n % width] = {GetBValue(pixels[n]), GetGValue(pixels[n]),
                                                GetRValue(pixels[n]), 255};
-    return nxPixels(image);
-}
-
-std::string colorsOnly(NX_Image image) {
-    for (unsigned int y = 0; y < image.imageHeight(); ++y)
-        for (unsigned int x = 0; x < image.imageWidth(); ++x)
-            image.rowPMod(y)[x].alpha = 255;
-    return nxPixels(image);
+    return image;
 }
 
 struct Screen : testing::Test {
@@ -58,12 +51,12 @@ TEST_F(Screen, BitmapsHaveTheSystemsPixels) {
         NX_ResBitmap const bitmap(loose, 1);
         HBITMAP const hand = bitmap.resHand();
         ASSERT_NE(hand, nullptr) << row.name << NxErrorBuf();
-        EXPECT_EQ(sysPixels(hand, dib.imageWidth(), dib.imageHeight()), row.pixels) << row.name;
+        EXPECT_EQ(nxPixels(sysImage(hand, dib.imageWidth(), dib.imageHeight())), row.pixels) << row.name;
     }
     NX_ResBitmap const own(lib, 7);
     NX_Image image;
     ASSERT_EQ(own.imagePixels(image), 0);
-    EXPECT_EQ(sysPixels(own.resHand(), 7, 3), nxPixels(image));
+    EXPECT_EQ(nxPixels(sysImage(own.resHand(), 7, 3)), nxPixels(image));
 }
 
 TEST_F(Screen, IconsHaveTheSystemsPixels) {
@@ -89,12 +82,14 @@ TEST_F(Screen, IconsHaveTheSystemsPixels) {
         ICONINFO info;
         ASSERT_TRUE(GetIconInfo(hand, &info));
         bool const isMono = info.hbmColor == nullptr; // then image and mask stand in one, the mask above
-        std::string const mask = sysPixels(info.hbmMask, width, isMono ? 2 * height : height);
-        std::string const colors =
-            isMono ? mask.substr(mask.size() / 2 + 1) : sysPixels(info.hbmColor, width, height);
-        EXPECT_EQ(colorsOnly(pixels).substr(0, 40), colors.substr(isMono ? 1 : 0).substr(0, 40));
-        for (unsigned int n = 0; n < width * height; ++n)
-            EXPECT_EQ(pixels.pixels()[n].alpha == 0, mask.substr(n / width * 2 + n * 7, 6) == "FFFFFF") << n;
+        NX_Image const mask = sysImage(info.hbmMask, width, isMono ? 2 * height : height);
+        NX_Image const colors = isMono ? mask : sysImage(info.hbmColor, width, height);
+        for (unsigned int n = 0; n < width * height; ++n) {
+            NX_Pixel const own = pixels.pixels()[n];
+            NX_Pixel const system = colors.pixels()[isMono ? width * height + n : n];
+            EXPECT_EQ(own.alpha == 0, mask.pixels()[n].red == 255) << n;
+            EXPECT_EQ((NX_Pixel{own.red, own.green, own.blue, 255}), system) << n;
+        }
         if (image.hotX() != 0) {
             EXPECT_TRUE(!info.fIcon && info.xHotspot == 3 && info.yHotspot == 5);
         }
@@ -112,7 +107,7 @@ TEST_F(Screen, IconsHaveTheSystemsPixels) {
     HICON const usual = icon.imageHandSys(0);
     ICONINFO info;
     EXPECT_TRUE(GetIconInfo(usual, &info) &&
-                sysPixels(info.hbmColor, 32, 32).substr(0, 27) == "000000 000000 000000 000000");
+                nxPixels(sysImage(info.hbmColor, 32, 32)).substr(0, 31) == "K K K K 800000 800000 800000 80");
     EXPECT_TRUE(DeleteObject(info.hbmMask) && DeleteObject(info.hbmColor) && DestroyIcon(usual));
     EXPECT_TRUE(icon.resHand() != nullptr && cursor.resHand() != nullptr && file.resHand() != nullptr);
 }
