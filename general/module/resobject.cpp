@@ -2,26 +2,16 @@
 
 #include "general/error/errorman.h"
 #include "general/platform/platform.h"
-#include "general/process/sem.h"
 
 namespace {
 
 char const sourceFile[] = "general/module/resobject";
 
-// Counted under the process-wide lock, as holders may live on any thread.
-constexpr unsigned long refMultiThread = 0x02;
-
-// Held while a handle is made, so that no two are.
-NX_SemThreadOfProcess& handLock() {
-    static NX_SemThreadOfProcess& lock = *new NX_SemThreadOfProcess;
-    return lock;
-}
-
 } // namespace
 
 class NXS_ResHandRep : public NX_RefCountRep {
 public:
-    NXS_ResHandRep() : NX_RefCountRep(refMultiThread) {}
+    NXS_ResHandRep() : NX_RefCountRep(0) {}
     ~NXS_ResHandRep() override {
         if (made.hand != nullptr && made.release != nullptr)
             made.release(made.hand);
@@ -38,7 +28,6 @@ void NXS_ResHand::handInit() {
 
 NXS_ResHand::Made NXS_ResHand::handGet(Made (*make)(void const*), void const* context) const {
     NXS_ResHandRep* const rep = static_cast<NXS_ResHandRep*>(repP());
-    NX_SyncThreadOfProcess guard(&handLock(), 1);
     if (rep->made.hand != nullptr)
         return rep->made;
     Made const made = make(context);

@@ -2,12 +2,14 @@
 // and the handle the system made of them.
 //
 // A resource object is made from a library that is open and the id or name of a resource. Construction finds
-// the bytes and decodes them; resIsOk says whether that went well. Ownership: objects are values; copies
-// share the library, which stays open for them, and the handle, which the last of them releases. Threads:
-// different objects, also copies of one, may be used from different threads; one object may not. Failure: an
-// error is recorded with F (the library's name) and T (the resource's name) or V (its number): 14498 the
-// library is not open or has no such resource, 22749 the resource is damaged, 21060 with S (the system's
-// code) the system refuses, or (S 50) what was asked for cannot be done on this system or with this resource.
+// the bytes and decodes them; resIsOk says whether that went well. Without a language asked for, the bytes
+// are those that NX_ResLib::resDescFind chooses; for the handle of a module's resource the system chooses.
+// Ownership: objects are values; copies share the library, which stays open for them, and the handle, which
+// the last of them releases. Threads: an object and its copies stay within one thread; several threads make
+// objects of their own from one library. Failure: an error is recorded with F (the library's name) and T (the
+// resource's name) or V (its number): 14498 the library is not open or has no such resource, 22749 the
+// resource is damaged, 21060 with S (the system's code) the system refuses, or (S 50) what was asked for
+// cannot be done on this system or with this resource.
 #pragma once
 
 #include "general/error/errornum.h"

@@ -157,13 +157,15 @@ TEST_F(ResObject, ObjectsKeepTheirLibrary) {
     EXPECT_EQ(icon.resIsOk(), 0);
     EXPECT_EQ(imageOf(copy, 0).substr(0, 12), "K00 80000000");
     EXPECT_EQ(copy.resLib().resLibIsOpen(), 1);
-    // Copies on several threads share bytes and handle.
-    auto const use = [&copy] {
+}
+
+TEST_F(ResObject, ThreadsMakeTheirOwnFromOneLibrary) {
+    open("resources.dll");
+    auto const use = [this] {
         for (int n = 0; n < 200; ++n) {
-            NX_ResIcon const own(copy);
+            NX_ResIcon const icon(lib, 1);
             NX_ResIconImage image;
-            EXPECT_EQ(own.imageLoad(image, 0), 0);
-            own.resHand();
+            EXPECT_TRUE(icon.resIsOk() == 1 && icon.imageLoad(image, 0) == 0);
         }
     };
     std::thread first(use);
