@@ -142,6 +142,11 @@ TEST(ResLib, SharedByFileWhateverTheName) {
     NX_ResLib code("resources", NX_ResLib::resLibNameSys(nullptr).nameOfDir(), resLibTypeModule);
     EXPECT_TRUE(code.resLibIsOpen() == 0 && code.resLibType() == resLibTypeNone && code.resLibOpen() == 1);
     EXPECT_EQ(GetModuleHandleA("resources.dll"), nullptr);
+    std::filesystem::copy(nxResTestPath("resources.dll"), "gone.dll");
+    ASSERT_EQ(code.resLibOpen("gone.dll", ".", resLibTypeModule), 1);
+    std::filesystem::remove("gone.dll");
+    EXPECT_TRUE(code.resLibHandSys() == nullptr && GetLastError() == ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(code.resDescFind(desc, resTypeData, 7), 0) << "its bytes are here";
     NX_Dll dll;
     EXPECT_EQ(dll.dllOpen("testmodule.dll"), 1);
     NX_ResDescVec list;
