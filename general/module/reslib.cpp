@@ -217,6 +217,11 @@ HINSTANCE NX_ResLib::resLibHandSys() const {
     }
     NX_SyncThreadOfProcess guard(&NX_ResLibRep::registryLock(), 1);
     if (rep()->handSys == nullptr) {
+        // The system goes by the name: it must still stand for the file that was read.
+        if (NXS_ResFile const now(rep()->fileName); now.errorNum() != 0 || now.key() != rep()->key) {
+            SetLastError(ERROR_FILE_NOT_FOUND);
+            return nullptr;
+        }
         QuietErrors const quiet;
         rep()->handSys = LoadLibraryExA(rep()->fileName.dataPConst(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
     }

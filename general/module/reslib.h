@@ -80,8 +80,9 @@ public:
 
     // A handle for the system's own calls that load resources. Of a module opened as data it is made at the
     // first call, and the system runs no code for it. Null for a loose file, when the library is not open,
-    // and when the system refuses: GetLastError then tells why (6 nothing to make it of, 50 off Windows). It
-    // stays valid while the library is open. Records nothing.
+    // and when the system refuses: GetLastError then tells why (6 nothing to make it of, 2 the file is no
+    // longer there or is another one, 50 off Windows). It stays valid while the library is open. Records
+    // nothing.
     HINSTANCE resLibHandSys() const;
 
     // What is open: resLibTypeDll, or for data what the file turned out to be. resLibTypeNone when not open.

@@ -139,7 +139,7 @@ TEST(ResDamage, EveryCutAndEveryChangedByte) {
     }
 }
 
-TEST(ResDamage, InputsThatOnceWereHard) {
+TEST(ResDamage, InputsOfTheFuzzer) {
     int files = 0;
     for (auto const& file : std::filesystem::directory_iterator(nxResTestPath("corpus/pe"))) {
         EXPECT_GE(touch(nxFileContent(file.path().string().c_str())), -1) << file.path().string();
