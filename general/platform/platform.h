@@ -21,5 +21,6 @@
 #include <windows.h>
 #else
 #include "general/platform/posix/calls.h"
+#include "general/platform/posix/screen.h"
 #include "general/platform/posix/types.h"
 #endif

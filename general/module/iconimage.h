@@ -1,0 +1,78 @@
+// general/module/iconimage.h - one image of an icon or cursor, and the list of images that make one up.
+//
+// An icon is a group: a list of entries, each of which tells size, depth and the id of the resource that
+// holds the image. Here are the two decoders; NX_ResIcon (general/module/resicon.h) joins them. Formats: ICO
+// and the icon resources, the vendor's public documentation; PNG signature and first chunk, ISO/IEC 15948.
+// Ownership: an image points into bytes that somebody else keeps; lists are values. Threads: as of values.
+// Failure: an error number is returned, nothing is recorded: 22749 damaged, 21060 not read.
+#pragma once
+
+#include <cstdint>
+
+#include "general/collm/v4x.h"
+#include "general/module/dib.h"
+
+enum NX_IconType : int {
+    iconTypeIcon = 1,
+    iconTypeCursor = 2 // images with a hot spot
+};
+
+class NX_EXPORT NX_IconImage {
+public:
+    NX_IconImage() = default; // no image: all numbers 0
+
+    // From the bytes of an image's resource; those of a cursor begin with its hot spot. 0 or an error number;
+    // then the object is without an image.
+    int imageOpen(unsigned char const* data, unsigned int size, NX_IconType type);
+
+    unsigned int imageWidth() const { return width_; }   // pixels
+    unsigned int imageHeight() const { return height_; } // pixels
+    unsigned int imageDepth() const { return depth_; }   // bits a pixel
+    int imageIsPng() const { return isPng_; }            // 1: a PNG stream, else 0
+    int hotX() const { return hotX_; }                   // hot spot of a cursor, in pixels from the
+    int hotY() const { return hotY_; }                   // upper left corner; it may lie outside
+
+    // Decodes as NX_Dib::imagePixels does. A PNG stream is not decoded: 21060.
+    int imagePixels(NX_Image& image) const;
+
+    // The image as it is, a bitmap with mask or a PNG stream, without the hot spot.
+    unsigned char const* dataP() const { return data_; }
+    unsigned int dataSize() const { return size_; }
+    NX_Dib const& imageDib() const { return dib_; } // without a bitmap for a PNG stream
+
+private:
+    int pngOpen();
+
+    NX_Dib dib_;
+    unsigned char const* data_ = nullptr;
+    std::uint32_t size_ = 0;
+    std::uint32_t width_ = 0;
+    std::uint32_t height_ = 0;
+    std::uint32_t depth_ = 0;
+    int hotX_ = 0;
+    int hotY_ = 0;
+    int isPng_ = 0;
+};
+
+// One entry of a group, as its maker filled it in; the image itself is what counts.
+struct NX_IconEntry {
+    std::uint32_t width;  // pixels
+    std::uint32_t height; // pixels
+    std::uint32_t depth;  // bits a pixel; worked out of the number of colours where only that is given
+    std::uint32_t colors; // entries of the colour table; 0: 256 or more, or none
+    std::uint32_t size;   // bytes of the image's resource
+    std::int32_t id;      // of the image's resource
+};
+
+class NX_EXPORT NX_IconEntryVec : public NX_VecT<NX_IconEntry> {
+public:
+    using NX_VecT::NX_VecT;
+
+    // Fills the list from the bytes of a group. 0, or 22749 and the list is empty. A group has at least one
+    // entry; bytes behind the last one are not looked at.
+    int iconRead(unsigned char const* data, unsigned int size, NX_IconType type);
+
+    // The entry that suits best: the least difference in size (width and height, added), then the greatest
+    // depth up to `depth`, else the least one; the first of several. NX_NO_INDEX in an empty list.
+    unsigned int iconBest(unsigned int width, unsigned int height, unsigned int depth) const;
+};

@@ -1,0 +1,61 @@
+#include "general/module/resbitmap.h"
+
+#include "general/module/resput.h"
+#include "general/platform/platform.h"
+
+namespace {
+
+constexpr unsigned int fileHeaderSize = 14;
+
+void bitmapRelease(void* hand) {
+    DeleteObject(hand);
+}
+
+HBITMAP bitmapCreateSys(NX_Dib const& dib) {
+    HDC const dc = GetDC(nullptr);
+    if (dc == nullptr)
+        return nullptr;
+    auto const* const info = reinterpret_cast<BITMAPINFO const*>(dib.dataP());
+    HBITMAP const hand =
+        CreateDIBitmap(dc, &info->bmiHeader, CBM_INIT, dib.dataP() + dib.dataOffBits(), info, DIB_RGB_COLORS);
+    DWORD const code = GetLastError();
+    ReleaseDC(nullptr, dc);
+    SetLastError(code);
+    return hand;
+}
+
+} // namespace
+
+NX_ResBitmap::NX_ResBitmap(NX_ResLib const& lib, NX_ResKey const& key)
+    : NX_ResObject(lib, resTypeBitmap, key) {
+    if (resIsOk() != 0)
+        resDecoded(dib_.dibOpen(resData().dataP(), resData().dataSize()));
+}
+
+int NX_ResBitmap::imagePixels(NX_Image& image) const {
+    return resResult(resIsOk() != 0 ? dib_.imagePixels(image) : errorNum());
+}
+
+HBITMAP NX_ResBitmap::resHand() const {
+    auto const make = [](void const* object) {
+        auto const& self = *static_cast<NX_ResBitmap const*>(object);
+        HINSTANCE const module = self.sysModule();
+        HBITMAP const hand =
+            module != nullptr ? LoadBitmapA(module, self.sysName()) : bitmapCreateSys(self.dib_);
+        return NXS_ResHand::Made{hand, bitmapRelease};
+    };
+    return static_cast<HBITMAP>(resHandP(make));
+}
+
+int NX_ResBitmap::fileData(NX_ByteVec& file) const {
+    if (resIsOk() == 0)
+        return resResult(errorNum());
+    NXS_ResPut put(fileHeaderSize + dib_.dataSize());
+    put.u16(0x4D42);
+    put.u32(fileHeaderSize + dib_.dataSize());
+    put.u32(0);
+    put.u32(fileHeaderSize + dib_.dataOffBits());
+    put.bytes(dib_.dataP(), dib_.dataSize());
+    file = put.file();
+    return 0;
+}

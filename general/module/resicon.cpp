@@ -1,0 +1,125 @@
+#include "general/module/resicon.h"
+
+#include <vector>
+
+#include "general/error/errorman.h"
+#include "general/module/resput.h"
+#include "general/platform/platform.h"
+
+namespace {
+
+char const sourceFile[] = "general/module/resicon";
+
+constexpr unsigned int fileHeaderSize = 6;
+constexpr unsigned int fileEntrySize = 16;
+constexpr std::uint64_t fileSizeMax = 64u << 20;
+constexpr DWORD iconVersion = 0x00030000;
+
+void iconRelease(void* hand) {
+    DestroyIcon(static_cast<HICON>(hand));
+}
+
+unsigned int sizeSys(unsigned int wanted, int metric) {
+    return wanted != 0 ? wanted : static_cast<unsigned int>(GetSystemMetrics(metric));
+}
+
+} // namespace
+
+NX_ResIconGroup::NX_ResIconGroup(NX_ResLib const& lib, NX_IconType type, NX_ResKey const& key)
+    : NX_ResObject(lib, type == iconTypeIcon ? resTypeIconGroup : resTypeCursorGroup, key), type_(type) {
+    if (resIsOk() != 0)
+        resDecoded(entries_.iconRead(resData().dataP(), resData().dataSize(), type));
+}
+
+unsigned int NX_ResIconGroup::iconBest(unsigned int width, unsigned int height, unsigned int depth) const {
+    bool const isIcon = type_ == iconTypeIcon;
+    return entries_.iconBest(sizeSys(width, isIcon ? SM_CXICON : SM_CXCURSOR),
+                             sizeSys(height, isIcon ? SM_CYICON : SM_CYCURSOR), depth);
+}
+
+int NX_ResIconGroup::imageLoad(NX_ResIconImage& image, unsigned int entry) const {
+    int const id = entries_[entry].id;
+    NX_ResDesc desc;
+    NX_ResIconImage made;
+    if (resLib().resDescFind(desc, type_ == iconTypeIcon ? resTypeIcon : resTypeCursor, id) != 0 ||
+        resLib().resDataLoad(made.data_, desc) != 0)
+        return -1;
+    int const error = made.imageOpen(made.data_.dataP(), made.data_.dataSize(), type_);
+    if (error != 0) {
+        NxERROR(error, sourceFile, __LINE__);
+        NxErrorBufFileName(resLib().resLibName());
+        return NxErrorBufValue(id);
+    }
+    image = made;
+    return 0;
+}
+
+// The call does not write to the bytes, though it asks for them writable.
+HICON NX_ResIconGroup::imageCreateSys(NX_ResIconImage const& image) const {
+    return CreateIconFromResource(const_cast<BYTE*>(image.resData().dataP()), image.resData().dataSize(),
+                                  type_ == iconTypeIcon, iconVersion);
+}
+
+HICON NX_ResIconGroup::resHand() const {
+    auto const make = [](void const* object) {
+        auto const& self = *static_cast<NX_ResIconGroup const*>(object);
+        if (HINSTANCE const module = self.sysModule(); module != nullptr) {
+            HICON const hand = self.type_ == iconTypeIcon ? LoadIconA(module, self.sysName())
+                                                          : LoadCursorA(module, self.sysName());
+            return NXS_ResHand::Made{hand, nullptr};
+        }
+        NX_ResIconImage image;
+        if (self.imageLoad(image, self.iconBest()) != 0)
+            return NXS_ResHand::Made{nullptr, nullptr, true};
+        return NXS_ResHand::Made{self.imageCreateSys(image), iconRelease};
+    };
+    return static_cast<HICON>(resHandP(make));
+}
+
+HICON NX_ResIconGroup::imageHandSys(unsigned int entry) const {
+    NX_ResIconImage image;
+    if (imageLoad(image, entry) != 0)
+        return nullptr;
+    SetLastError(0);
+    HICON const hand = imageCreateSys(image);
+    if (hand == nullptr)
+        resRaise(errorNumSystem, GetLastError(), sourceFile, __LINE__);
+    return hand;
+}
+
+int NX_ResIconGroup::fileData(NX_ByteVec& file) const {
+    if (resIsOk() == 0)
+        return resResult(errorNum());
+    unsigned int const qty = entries_.itemQty();
+    std::vector<NX_ResIconImage> images(qty);
+    std::uint64_t size = fileHeaderSize + std::uint64_t{qty} * fileEntrySize;
+    unsigned int at = static_cast<unsigned int>(size); // of the next image
+    for (unsigned int n = 0; n < qty; ++n) {
+        if (imageLoad(images[n], n) != 0)
+            return -1;
+        size += images[n].dataSize();
+        if (size > fileSizeMax)
+            return resResult(errorNumImage);
+    }
+    NXS_ResPut put(static_cast<unsigned int>(size));
+    put.u16(0);
+    put.u16(static_cast<unsigned int>(type_));
+    put.u16(qty);
+    for (unsigned int n = 0; n < qty; ++n) {
+        NX_IconEntry const& entry = entries_[n];
+        NX_ResIconImage const& image = images[n];
+        put.u8(entry.width < 256 ? entry.width : 0); // 0 means 256
+        put.u8(entry.height < 256 ? entry.height : 0);
+        put.u8(entry.colors == 0 && entry.depth < 8 ? 1u << entry.depth : entry.colors);
+        put.u8(0);
+        put.u16(type_ == iconTypeIcon ? 1 : static_cast<unsigned int>(image.hotX()));
+        put.u16(type_ == iconTypeIcon ? entry.depth : static_cast<unsigned int>(image.hotY()));
+        put.u32(image.dataSize());
+        put.u32(at);
+        at += image.dataSize();
+    }
+    for (NX_ResIconImage const& image : images)
+        put.bytes(image.dataP(), image.dataSize());
+    file = put.file();
+    return 0;
+}
