@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int helpFirst = 100;
-constexpr int helpLast = 107;
+constexpr int helpLast = 109;
 
 int help() {
     NX_StringA line;
@@ -65,6 +65,8 @@ int CatalogApp::run(Options const& options) {
         return commandFind(options);
     case Command::diff:
         return commandDiff(options);
+    case Command::resources:
+        return commandResources(options);
     case Command::help:
         break;
     }

@@ -1,6 +1,7 @@
 #include "examples/catalog/catalogue.h"
 
 #include "examples/catalog/errors.h"
+#include "examples/catalog/outfile.h"
 #include "examples/catalog/progress.h"
 
 #include <algorithm>
@@ -13,11 +14,6 @@ namespace {
 constexpr unsigned int pathMost = 259;
 
 char const magic[] = "catalogue";
-
-int fail(NX_ErrorNum num, NX_StringA const& file) {
-    NxERROR(num);
-    return NxErrorBufFileName(file);
-}
 
 // Loading a damaged file ends here first: the error has been recorded, and the stream delivers nothing more.
 void loadFailed(void*, NX_PersistTextLoad&, int, long) {}
@@ -48,24 +44,6 @@ public:
 private:
     NX_StringA line_;
 };
-
-// Where a catalogue named `file` really lies: behind a link the file that it leads to. 0, or -1 with an error
-// recorded: a device or the like, a link to nowhere, a file that may not be written or that others use.
-int targetFind(NX_StringA& file) {
-    std::error_code code;
-    if (std::filesystem::is_symlink(file.dataPConst(), code)) {
-        std::filesystem::path const real = std::filesystem::canonical(file.dataPConst(), code);
-        if (code)
-            return fail(errorNumFileNotFound, file);
-        file = real.string().c_str();
-    }
-    if (file.nameType() == NX_FileNameMissing)
-        return 0;
-    if (file.nameType() == NX_FileNameDevice || std::filesystem::is_other(file.dataPConst(), code))
-        return fail(errorNotFile, file);
-    NX_File const target(file, NX_File::modeReadWrite | NX_File::modeExclusive);
-    return target.fileIsOpen() != 0 ? 0 : -1;
-}
 
 // Ends the file with the checksum of what it holds. 0, or -1 with an error recorded.
 int sumAppend(NX_StringA const& file) {
@@ -148,18 +126,18 @@ FileCompare fileCompare(Order order) {
 // and the file cannot keep every name.
 int Catalogue::dirCheck(NX_DirInfo const& dir) const {
     if (!nameKeeps(dir))
-        return fail(errorNameKept, dir);
+        return fileFail(errorNameKept, dir);
     if (dir.strLen() + std::max(choices_.pattern.strLen(), 3u) > pathMost)
-        return fail(errorPathLong, dir);
+        return fileFail(errorPathLong, dir);
     if (dir.fileColl().itemQty() == 0 && dir.subColl().itemQty() == 0) {
         std::error_code code;
         std::filesystem::directory_iterator const entries(dir.dataPConst(), code);
         if (code)
-            return fail(errorNumFileAccess, dir);
+            return fileFail(errorNumFileAccess, dir);
     }
     for (NX_FileInfoVecPtrConst file(dir.fileColl()); file.itemIsAvail() != 0; ++file)
         if (!nameKeeps(*file))
-            return fail(errorNameKept, *file);
+            return fileFail(errorNameKept, *file);
     for (NX_DirInfoVecPtrConst sub(dir.subColl()); sub.itemIsAvail() != 0; ++sub)
         if (dirCheck(*sub) == -1)
             return -1;
@@ -169,9 +147,9 @@ int Catalogue::dirCheck(NX_DirInfo const& dir) const {
 int Catalogue::dirRead(NX_StringA const& dir) {
     NX_StringA name(dir);
     if (name.nameType() == NX_FileNameMissing)
-        return fail(errorNumFileNotFound, dir);
+        return fileFail(errorNumFileNotFound, dir);
     if (!nameIsTree(name))
-        return fail(errorNotDir, dir);
+        return fileFail(errorNotDir, dir);
     name.nameDirSep();
     {
         Progress const progress;
@@ -230,34 +208,11 @@ int Catalogue::write(NX_StringA const& file) const {
          << static_cast<int>(choices_.order) << root_.get();
     save << '\n';
     save.flush();
-    return save.good() ? 0 : fail(errorNumDiskFull, file);
+    return save.good() ? 0 : fileFail(errorNumDiskFull, file);
 }
 
-int Catalogue::fileSave(NX_StringA const& name) const {
-    NX_StringA file(name);
-    if (targetFind(file) == -1)
-        return -1;
-    NX_StringA temporary;
-    NX_StringA dir = file.nameOfDir();
-    if (temporary.nameTmp(dir.strLen() != 0 ? dir : NX_StringA(".")) == -1)
-        return -1;
-    {
-        // The file system's own words for a directory that is missing or may not be written to.
-        NX_File const made(temporary, NX_File::modeWrite | NX_File::modeCreate);
-        if (made.fileIsOpen() == 0)
-            return -1;
-    }
-    if (write(temporary) == -1 || sumAppend(temporary) == -1) {
-        NX_ErrorMan attempt;
-        NX_File::fileErase(temporary);
-        attempt.errorOk();
-        return -1;
-    }
-    std::error_code code;
-    std::filesystem::rename(temporary.dataPConst(), file.dataPConst(), code);
-    if (code) {
-        NX_File::fileErase(temporary);
-        return fail(errorNumFileAccess, file);
-    }
-    return 0;
+int Catalogue::fileSave(NX_StringA const& file) const {
+    return fileReplace(file, [this](NX_StringA const& temporary) {
+        return write(temporary) == -1 ? -1 : sumAppend(temporary);
+    });
 }

@@ -1,4 +1,4 @@
-// examples/catalog/commands.h - the commands that read catalogues.
+// examples/catalog/commands.h - the commands that read catalogues or files with resources.
 #pragma once
 
 #include "examples/catalog/options.h"
@@ -7,3 +7,4 @@
 int commandShow(Options const& options);
 int commandFind(Options const& options);
 int commandDiff(Options const& options);
+int commandResources(Options const& options);

@@ -14,3 +14,4 @@ inline constexpr NX_ErrorNum errorNotDir = errorTypeUserInput | 1707;
 inline constexpr NX_ErrorNum errorNameKept = errorTypeUserInput | 1708;
 inline constexpr NX_ErrorNum errorPathLong = errorTypeUserInput | 1709;
 inline constexpr NX_ErrorNum errorNotFile = errorTypeUserInput | 1710;
+inline constexpr NX_ErrorNum errorResource = errorTypeUserInput | 1711;

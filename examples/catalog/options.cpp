@@ -15,7 +15,8 @@ struct Word {
 Word const commands[] = {{"scan", static_cast<int>(Command::scan)},
                          {"show", static_cast<int>(Command::show)},
                          {"find", static_cast<int>(Command::find)},
-                         {"diff", static_cast<int>(Command::diff)}};
+                         {"diff", static_cast<int>(Command::diff)},
+                         {"resources", static_cast<int>(Command::resources)}};
 Word const orders[] = {{"name", static_cast<int>(Order::name)},
                        {"age", static_cast<int>(Order::age)},
                        {"size", static_cast<int>(Order::size)}};
@@ -84,9 +85,10 @@ bool optionKnown(Command command, char const* option) {
     static struct {
         char const* option;
         Command command;
-    } const known[] = {{"--pattern", Command::scan}, {"--leave-out", Command::scan},
-                       {"--sort", Command::scan},    {"--files-of", Command::scan},
-                       {"--sort", Command::show},    {"--contents", Command::diff}};
+    } const known[] = {{"--pattern", Command::scan},     {"--leave-out", Command::scan},
+                       {"--sort", Command::scan},        {"--files-of", Command::scan},
+                       {"--sort", Command::show},        {"--contents", Command::diff},
+                       {"--extract", Command::resources}};
     for (auto const& entry : known)
         if (entry.command == command && std::strcmp(entry.option, option) == 0)
             return true;
@@ -110,7 +112,8 @@ int optionsRead(int argc, char** argv, Options& options) {
     if (!wordFind(commands, argv[1], command))
         return fail(errorCommand, argv[1]);
     options.command = static_cast<Command>(command);
-    int const wanted = options.command == Command::show ? 1 : 2;
+    bool const one = options.command == Command::show || options.command == Command::resources;
+    int const wanted = one ? 1 : 2;
     int given = 0;
     for (int n = 2; n < argc; ++n) {
         char const* const text = argv[n];
@@ -122,15 +125,20 @@ int optionsRead(int argc, char** argv, Options& options) {
             return fail(errorOption, text);
         } else if (std::strcmp(text, "--contents") == 0) {
             options.contents = true;
-        } else if (n + 1 == argc) {
+        } else if (n + (std::strcmp(text, "--extract") == 0 ? 2 : 1) >= argc) {
             return fail(errorOptionValue, text);
+        } else if (std::strcmp(text, "--extract") == 0) {
+            options.extract = argv[++n];
+            options.second = argv[++n];
+            if (options.extract.strLen() == 0 || options.second.strLen() == 0)
+                return fail(errorOptionText, text);
         } else if (valueRead(options, text, argv[++n]) == -1) {
             return -1;
         }
     }
     if (given != wanted)
         return fail(errorArguments, argv[1]);
-    if (options.command != Command::scan)
+    if (options.command != Command::scan && options.command != Command::resources)
         options.first = catalogueOf(options.first);
     if (options.command == Command::scan || options.command == Command::diff)
         options.second = catalogueOf(options.second);

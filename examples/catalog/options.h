@@ -3,7 +3,7 @@
 
 #include "vx7base.h"
 
-enum class Command { help, scan, show, find, diff };
+enum class Command { help, scan, show, find, diff, resources };
 enum class Order : int { none, name, age, size };
 
 // What decides which files of a directory are read, and how they are shown.
@@ -16,8 +16,9 @@ struct Choices {
 
 struct Options {
     Command command = Command::help;
-    NX_StringA first;  // DIR, FILE or OLD
-    NX_StringA second; // FILE, PATTERN or NEW
+    NX_StringA first;   // DIR, FILE or OLD
+    NX_StringA second;  // FILE, PATTERN, NEW or OUT
+    NX_StringA extract; // ID
     Choices choices;
     bool contents = false;
 };

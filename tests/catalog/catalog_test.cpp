@@ -181,4 +181,36 @@ TEST_F(Catalog, FaultsAreToldAndNothingIsOverwritten) {
         << "nothing left behind";
 }
 
+TEST_F(Catalog, ResourcesAreListedAndWrittenOut) {
+    std::string const bin = fs::path(nxSelf()).parent_path().generic_string() + "/";
+    Result const list = run("resources " + bin + "resources.dll");
+    EXPECT_EQ(list.status, 0) << list.err;
+    for (char const* row :
+         {"ICON GROUP    1 ", "34  8x8x4 16x16x1\n", "CURSOR GROUP  POINTER ", "112  7x3x24\n",
+          "STRING        1 ", "SPEECH        SHORT_TEXT ", "23 resources, 1691 bytes"})
+        EXPECT_TRUE(has(list.out, row)) << row << "\n" << list.out;
+
+    struct {
+        char const* id;
+        char const* original;
+    } const rows[] = {{"1", "two.ico"}, {"pointer", "spot.cur"}, {"Bitmap/7", "small.bmp"}};
+    for (auto const& [id, original] : rows) {
+        EXPECT_EQ(run("resources " + bin + "resources.dll --extract " + id + " out.bin").status, 0);
+        EXPECT_EQ(nxFileContent("out.bin"), nxFileContent((bin + original).c_str())) << id;
+    }
+    EXPECT_EQ(run("resources " + bin + "resources.dll --extract icon/2 one.ico").status, 0);
+    EXPECT_TRUE(has(run("resources one.ico").out, "2 resources")) << run("resources one.ico").out;
+    EXPECT_EQ(run("resources " + bin + "resources.dll --extract string/1 out.bin").status, 0);
+    EXPECT_EQ(nxFileContent("out.bin"), "1\tone\n15\tthe last of its block\n");
+
+    Result const missing = run("resources " + bin + "resources.dll --extract 999 out.bin");
+    EXPECT_TRUE(missing.status == 2 && has(missing.err, "resources.dll: 999: No such resource"))
+        << missing.err;
+    EXPECT_TRUE(nxFileContent("out.bin").starts_with("1\tone")) << "untouched";
+    nxFileMake("bad.ico", std::string("\0\0\1\0\2\0 cut", 10));
+    Result const bad = run("resources bad.ico");
+    EXPECT_TRUE(bad.status == 2 && has(bad.err, "bad.ico: Data invalid")) << bad.err;
+    EXPECT_EQ(run("resources one.ico --extract 1").status, 2) << "a value is missing";
+}
+
 } // namespace
