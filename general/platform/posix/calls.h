@@ -26,6 +26,7 @@ NX_EXPORT BOOL LockFileEx(HANDLE file, DWORD flags, DWORD reserved, DWORD sizeLo
                           OVERLAPPED* at);
 NX_EXPORT BOOL UnlockFileEx(HANDLE file, DWORD reserved, DWORD sizeLow, DWORD sizeHigh, OVERLAPPED* at);
 NX_EXPORT BOOL GetFileTime(HANDLE file, FILETIME* created, FILETIME* accessed, FILETIME* written);
+NX_EXPORT BOOL GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION* info);
 NX_EXPORT BOOL SetFileTime(HANDLE file, FILETIME const* created, FILETIME const* accessed,
                            FILETIME const* written);
 

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "general/platform/posix/calls.h"
+#include "general/platform/posix/fileinfo.h"
 #include "general/platform/posix/seam.h"
 
 namespace {
@@ -216,5 +217,30 @@ BOOL FlushFileBuffers(HANDLE file) {
     if (nxSeamRepeat([&] { return nxSeam.sync(object->file); }) < 0) {
         return nxFail(nxErrorFromErrno(errno));
     }
+    return TRUE;
+}
+
+BOOL GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION* info) {
+    auto const object = nxHandleGet<NXS_FileObject>(file);
+    if (!object) {
+        return FALSE;
+    }
+    if (!object->regular) {
+        return nxFail(ERROR_INVALID_FUNCTION);
+    }
+    struct statx found;
+    if (nxSeam.stat(object->file, "", AT_EMPTY_PATH, STATX_BASIC_STATS | STATX_BTIME, &found) < 0) {
+        return nxFail(nxErrorFromErrno(errno));
+    }
+    info->dwFileAttributes = nxFileAttributes(found.stx_mode, "");
+    info->ftCreationTime = nxFileTimeCreated(found);
+    info->ftLastAccessTime = nxFileTimeOf(found.stx_atime);
+    info->ftLastWriteTime = nxFileTimeOf(found.stx_mtime);
+    info->dwVolumeSerialNumber = static_cast<DWORD>(object->device);
+    info->nFileSizeHigh = static_cast<DWORD>(found.stx_size >> 32);
+    info->nFileSizeLow = static_cast<DWORD>(found.stx_size);
+    info->nNumberOfLinks = found.stx_nlink;
+    info->nFileIndexHigh = static_cast<DWORD>(object->inode >> 32);
+    info->nFileIndexLow = static_cast<DWORD>(object->inode);
     return TRUE;
 }
