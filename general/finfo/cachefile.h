@@ -31,8 +31,8 @@ public:
     NXS_CacheEnd hold(std::uint64_t pos, NXS_CacheData*& data, std::uint32_t& qty);
     NXS_CacheEnd sizeAsk(std::uint64_t& size);
     NXS_CacheEnd writeBack(); // all dirty blocks of the file
-    // Writes back and leaves the cache. When that fails it stays, with `keep` until the data can be written and
-    // counted as in use once more.
+    // Writes back and leaves the cache. When that fails it stays, with `keep` until the data can be written
+    // and counted as in use once more.
     NXS_CacheEnd leave(bool keep);
 
     int writeERR(NXS_CacheEnd end); // records how a write ended with the file's name; -1

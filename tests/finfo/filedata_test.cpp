@@ -57,7 +57,7 @@ void modelRun(unsigned int budget, unsigned int seed) {
         case 3:
         case 4:
         case 5: {
-            std::string const bytes = text(size, random());
+            std::string const bytes = text(size, below(1000000));
             ASSERT_EQ(files[below(3)]->dataWriteAt(static_cast<long>(pos), bytes.data(), size), 0);
             if (model.size() < pos + size)
                 model.resize(pos + size);
@@ -65,7 +65,7 @@ void modelRun(unsigned int budget, unsigned int seed) {
             break;
         }
         case 6:
-            ASSERT_EQ(file.fileFlush(), 0);
+            ASSERT_EQ(below(40) == 0 ? file.fileFlush() : cache.cacheWrite(), 0);
             ASSERT_EQ(nxFileContent("model.bin"), model);
             break;
         case 7:
