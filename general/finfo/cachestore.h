@@ -19,7 +19,7 @@ public:
     ~NXS_CacheStore() override; // when no NX_Cache, file or held pointer uses it any more
 
     using Guard = std::lock_guard<NXS_CacheLock>;
-    NXS_CacheLock lock;
+    NXS_CacheLock lock{true};
 
     // Makes the block the one used last.
     void used(NXS_CacheSlot& slot) {
