@@ -29,6 +29,7 @@ void NXS_CacheFile::joinSource(NX_File::OpenMode mode) {
             joined->emptied();
         return joined != fresh;
     }();
+    readable_ = reads ? source : nullptr;
     if (!shared)
         return;
     delete fresh;
@@ -44,9 +45,10 @@ NXS_CacheEnd NXS_CacheFile::leave(bool keep) {
         NXS_CacheStore::Guard const guard(store.lock);
         if (writes)
             end = source->writeBack();
-        if (!end.failed())
+        if (!end.failed()) {
             gone = store.leave(this);
-        else if (keep) {
+            readable_ = nullptr;
+        } else if (keep) {
             kept = true;
             ++users;
         }
@@ -178,12 +180,17 @@ NXS_CacheEnd NXS_CacheFile::readDirect(std::uint64_t pos, char* buf, std::uint32
     return {};
 }
 
-NXS_CacheEnd NXS_CacheFile::readSlow(std::uint64_t pos, char* buf, std::uint32_t size, std::uint32_t& done) {
+NXS_CacheEnd NXS_CacheFile::read(std::uint64_t pos, char* buf, std::uint32_t size, std::uint32_t& done) {
     NXS_CacheRoom room(store);
     Load load;
-    for (;;) {
+    done = 0;
+    for (bool first = true;; first = false) {
         {
             NXS_CacheStore::Guard const guard(store.lock);
+            if (first) {
+                isSequel_ = pos == sequel_;
+                sequel_ = pos + size;
+            }
             NXS_CacheEnd end = load.qty != 0 ? loadPut(load, room) : NXS_CacheEnd{};
             copyOut(pos, buf, size, done);
             if (end.failed() || done == size)

@@ -6,6 +6,8 @@
 #include "general/finfo/cachestore.h"
 #include "general/finfo/file.h"
 
+#include <cstring>
+
 class NXS_CacheFile {
 public:
     // Opens the file and joins the cache; a file without identity (a device, a pipe) has no source.
@@ -15,15 +17,21 @@ public:
 
     // Transfers at `pos`, with what the cache holds. `done`: bytes transferred; a read that ends early
     // without failing has met the end of the file.
-    NXS_CacheEnd read(std::uint64_t pos, void* buf, std::uint32_t size, std::uint32_t& done) {
-        done = 0;
-        {
-            NXS_CacheStore::Guard const guard(store.lock);
-            copyOut(pos, static_cast<char*>(buf), size, done);
-            isSequel_ = pos == sequel_;
-            sequel_ = pos + size;
-        }
-        return done == size ? NXS_CacheEnd{} : readSlow(pos, static_cast<char*>(buf), size, done);
+    NXS_CacheEnd read(std::uint64_t pos, char* buf, std::uint32_t size, std::uint32_t& done);
+    // The same for bytes of one block that is in memory; false, having done nothing, for any others. `pos`
+    // may be anything. As few steps as can be: the processor then has several reads under way at once.
+    bool readHit(std::uint64_t pos, void* buf, std::uint32_t size) {
+        if (readable_ == nullptr)
+            return false;
+        NXS_CacheStore::Guard const guard(store.lock);
+        NXS_CacheSlot* const slot = readable_->table.find(pos >> nxCacheBlockShift);
+        std::uint32_t const from = pos & (nxCacheBlockSize - 1);
+        if (slot == nullptr || size > nxCacheBlockSize - from || pos + size > readable_->size)
+            return false;
+        sequel_ = pos + size;
+        store.used(*slot);
+        std::memcpy(buf, slot->data->bytes + from, size);
+        return true;
     }
     NXS_CacheEnd write(std::uint64_t pos, char const* buf, std::uint32_t size, std::uint32_t& done);
     // The block at `pos`, with one holder more, and how many bytes of the file it has from there; null at the
@@ -67,7 +75,6 @@ private:
 
     ~NXS_CacheFile();
     void joinSource(NX_File::OpenMode mode);
-    NXS_CacheEnd readSlow(std::uint64_t pos, char* buf, std::uint32_t size, std::uint32_t& done);
     NXS_CacheEnd readDirect(std::uint64_t pos, char* buf, std::uint32_t size, std::uint32_t& done);
 
     // With the lock held. The first two stop where something is needed that is not in memory.
@@ -81,7 +88,8 @@ private:
     NXS_CacheEnd loadPut(Load& load, NXS_CacheRoom& room);
     NXS_CacheEnd endAsk();
 
-    std::uint64_t sequel_ = 0; // where the last read ended
-    bool isSequel_ = false;    // it began where the one before it had ended
-    unsigned int ahead_ = 1;   // blocks that the next read of the file fetches
+    NXS_CacheSource const* readable_ = nullptr; // the source, if the handle may read
+    std::uint64_t sequel_ = 0;                  // where the last read ended
+    bool isSequel_ = false;                     // it began where the one before it had ended
+    unsigned int ahead_ = 1;                    // blocks that the next read of the file fetches
 };

@@ -9,7 +9,7 @@ using Guard = std::lock_guard<NXS_CacheLock>;
 
 // Ready before any constructor runs and after every destructor.
 struct Caches {
-    NXS_CacheLock lock{false}; // of the list
+    NXS_CacheLock lock; // of the list
     std::atomic<NXS_CacheStore*> first{nullptr};
     std::atomic<std::uint32_t> budget{NX_CacheManager::budgetDefault};
     std::atomic<std::uint32_t> used{0};

@@ -7,8 +7,17 @@
 
 #include "general/finfo/cachefile.h"
 
+constinit std::atomic<NXS_CacheStore const*> nxCacheLast{nullptr};
+
 NXS_CacheStore::NXS_CacheStore(std::uint32_t budget) : NX_RefCountCacheRep(0x02), budget_(budget) {
+    top();
     nxCacheAdd(this);
+}
+
+void NXS_CacheStore::top() {
+    cachePriorityTop();
+    priority_ = static_cast<std::uint32_t>(cachePriority());
+    nxCacheLast.store(this, std::memory_order_relaxed);
 }
 
 NXS_CacheStore::~NXS_CacheStore() {

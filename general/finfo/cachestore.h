@@ -13,18 +13,26 @@
 
 #include <mutex>
 
+class NXS_CacheStore;
+
+// The cache used last; compared only, never followed.
+extern constinit std::atomic<NXS_CacheStore const*> nxCacheLast;
+
 class NXS_CacheStore final : public NX_RefCountCacheRep {
 public:
     explicit NXS_CacheStore(std::uint32_t budget);
     ~NXS_CacheStore() override; // when no NX_Cache, file or held pointer uses it any more
 
     using Guard = std::lock_guard<NXS_CacheLock>;
-    NXS_CacheLock lock{true};
+    NXS_CacheLock lock;
 
-    // Makes the block the one used last.
+    // Makes the block the one used last. The cache takes a new recency number when it was not the last one
+    // used.
     void used(NXS_CacheSlot& slot) {
-        cachePriorityTop();
-        slot.priority = static_cast<std::uint32_t>(cachePriority());
+        if (nxCacheLast.load(std::memory_order_relaxed) != this) [[unlikely]]
+            top();
+        if (slot.priority != priority_)
+            slot.priority = priority_;
         slot.stamp = ++clock_;
     }
 
@@ -76,12 +84,14 @@ private:
         return slot.data->holders == 0 && !(source.stuck && slot.isDirty());
     }
     void victimsFind();
+    void top();
 
     static constexpr unsigned int victimMost = 128;
 
     std::uint32_t budget_;
     std::uint32_t bytes_ = 0; // of all blocks: in tables, held only, or promised to a room
     std::uint64_t clock_ = 0;
+    std::uint32_t priority_ = 0; // the recency number
     NXS_CacheSource* sources_ = nullptr;
     void* staging_ = nullptr;    // for reading several blocks at once; whoever reads takes it
     Victim victims_[victimMost]; // oldest first

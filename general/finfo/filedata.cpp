@@ -91,10 +91,17 @@ int NX_FileData::readERR(unsigned long code) {
 }
 
 int NX_FileData::dataReadAt(long pos, void* buf, unsigned int size) {
+    if (file_->readHit(static_cast<std::uint64_t>(pos), buf, size)) [[likely]]
+        return 0;
+    return readMissed(pos, buf, size);
+}
+
+int NX_FileData::readMissed(long pos, void* buf, unsigned int size) {
     if (!isCached(pos, size) || !file_->reads)
         return file_->file.dataReadAt(pos, buf, size);
     std::uint32_t done;
-    NXS_CacheEnd const end = file_->read(static_cast<std::uint64_t>(pos), buf, size, done);
+    NXS_CacheEnd const end =
+        file_->read(static_cast<std::uint64_t>(pos), static_cast<char*>(buf), size, done);
     return done == size ? 0 : readERR(end.code);
 }
 
@@ -103,7 +110,8 @@ int NX_FileData::dataReadAtEOF(long pos, void* buf, unsigned int size) {
     if (!isCached(pos, size) || !file_->reads)
         return file_->file.fileSeek(pos, NX_FileSeekStart) == -1 ? -1 : file_->file.dataReadEOF(buf, size);
     std::uint32_t done;
-    NXS_CacheEnd const end = file_->read(static_cast<std::uint64_t>(pos), buf, size, done);
+    NXS_CacheEnd const end =
+        file_->read(static_cast<std::uint64_t>(pos), static_cast<char*>(buf), size, done);
     return end.failed() ? readERR(end.code) : static_cast<int>(done);
 }
 

@@ -89,6 +89,7 @@ public:
 
 private:
     bool isCached(long pos, unsigned int size) const;
+    int readMissed(long pos, void* buf, unsigned int size);
     int readERR(unsigned long code);
 
     NXS_CacheFile* file_;

@@ -100,8 +100,6 @@ NX_EXPORT void InitializeCriticalSection(CRITICAL_SECTION* section);
 NX_EXPORT void EnterCriticalSection(CRITICAL_SECTION* section);
 NX_EXPORT void LeaveCriticalSection(CRITICAL_SECTION* section);
 NX_EXPORT void DeleteCriticalSection(CRITICAL_SECTION* section);
-// Every thread of the process passes a memory barrier before it returns.
-NX_EXPORT void FlushProcessWriteBuffers();
 
 // Terminals: non-zero when the descriptor (0, 1, 2 are the standard streams) is one.
 NX_EXPORT int _isatty(int descriptor);

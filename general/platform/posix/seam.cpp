@@ -4,7 +4,6 @@
 #include <dlfcn.h>
 #include <errno.h>
 #include <sys/file.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/vfs.h>
@@ -99,8 +98,6 @@ constinit NXS_Seam nxSeam = {
     ::dlsym,
     ::readlink,
     ::isatty,
-    [](int command) { return static_cast<int>(::syscall(SYS_membarrier, command, 0, 0)); },
-    ::mprotect,
 };
 
 bool nxSeamInterrupted() {

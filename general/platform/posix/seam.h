@@ -60,8 +60,6 @@ struct NXS_Seam {
     void* (*moduleSymbol)(void* module, char const* name);
     ssize_t (*linkRead)(char const* name, char* buffer, std::size_t size);
     int (*isTerminal)(int file);
-    int (*barrier)(int command);
-    int (*protect)(void* page, std::size_t size, int protection);
 };
 
 extern NX_EXPORT NXS_Seam nxSeam;

@@ -2,11 +2,9 @@
 //
 // A thread's handle only stands for it: threads run detached, and a handle may be closed at any time.
 #include <limits.h>
-#include <linux/membarrier.h>
 #include <pthread.h>
 #include <sched.h>
 #include <setjmp.h>
-#include <sys/mman.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -104,18 +102,6 @@ bool threadStart(Start& start, unsigned int stackSize) {
     return threadId;
 }
 
-// Where the system has no barrier to offer: taking a right away from a page that is in use makes it interrupt
-// every processor that runs a thread of the process.
-void barrierByPage() {
-    static constexpr std::size_t pageSize = 4096;
-    alignas(pageSize) static char page[pageSize];
-    static std::mutex& mutex = *new std::mutex;
-    std::lock_guard const guard(mutex);
-    nxSeam.protect(page, pageSize, PROT_READ | PROT_WRITE);
-    *static_cast<char volatile*>(page) = 1;
-    nxSeam.protect(page, pageSize, PROT_READ);
-}
-
 } // namespace
 
 std::uintptr_t _beginthreadex(void*, unsigned int stackSize, unsigned int(NX_STDCALL* start)(void*),
@@ -177,14 +163,6 @@ void LeaveCriticalSection(CRITICAL_SECTION* section) {
 
 void DeleteCriticalSection(CRITICAL_SECTION* section) {
     ::pthread_mutex_destroy(&section->mutex);
-}
-
-void FlushProcessWriteBuffers() {
-    if (nxSeam.barrier(MEMBARRIER_CMD_PRIVATE_EXPEDITED) == 0)
-        return; // the process has announced itself before
-    if (nxSeam.barrier(MEMBARRIER_CMD_REGISTER_PRIVATE_EXPEDITED) != 0 ||
-        nxSeam.barrier(MEMBARRIER_CMD_PRIVATE_EXPEDITED) != 0)
-        barrierByPage();
 }
 
 void Sleep(DWORD milliseconds) {
