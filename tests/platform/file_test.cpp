@@ -99,4 +99,35 @@ TEST(PlatformFile, refusals) {
     CloseHandle(writer);
 }
 
+TEST(PlatformFile, identity) {
+    nxFileMake("id", "abc");
+    nxFileMake("other", "abcd");
+    CreateDirectoryA("iddir", nullptr);
+    HANDLE const files[] = {fileOpen("id", GENERIC_READ), fileOpen("iddir/../id", GENERIC_WRITE),
+                            fileOpen("other", GENERIC_READ)};
+    BY_HANDLE_FILE_INFORMATION info[3] = {};
+    for (int n = 0; n < 3; ++n) {
+        EXPECT_EQ(errorOf(GetFileInformationByHandle(files[n], &info[n])), 0u);
+        EXPECT_EQ(info[n].nFileSizeLow, n == 2 ? 4u : 3u);
+        EXPECT_EQ(info[n].nFileSizeHigh, 0u);
+        EXPECT_EQ(info[n].nNumberOfLinks, 1u);
+        FILETIME written;
+        EXPECT_TRUE(GetFileTime(files[n], nullptr, nullptr, &written));
+        EXPECT_EQ(CompareFileTime(&written, &info[n].ftLastWriteTime), 0);
+    }
+    auto const same = [&](int a, int b) {
+        return info[a].dwVolumeSerialNumber == info[b].dwVolumeSerialNumber &&
+               info[a].nFileIndexHigh == info[b].nFileIndexHigh &&
+               info[a].nFileIndexLow == info[b].nFileIndexLow;
+    };
+    EXPECT_TRUE(same(0, 1));
+    EXPECT_FALSE(same(0, 2));
+    for (HANDLE const file : files)
+        CloseHandle(file);
+    EXPECT_EQ(errorOf(GetFileInformationByHandle(files[0], &info[0])), 6u);
+    HANDLE const device = fileOpen("nul", GENERIC_READ);
+    EXPECT_FALSE(GetFileInformationByHandle(device, &info[0]));
+    CloseHandle(device);
+}
+
 } // namespace
