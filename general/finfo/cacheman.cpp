@@ -1,54 +1,175 @@
-// general/finfo/cacheman.cpp - the list of registered caches.
+// general/finfo/cacheman.cpp - the list of caches, and the budget of the process.
 #include "general/finfo/cacheman.h"
 
-#include "general/process/sem.h"
+#include "general/finfo/cachefile.h"
 
 namespace {
 
-NX_SemThreadOfProcess* cacheLock() {
-    static NX_SemThreadOfProcess& lock = *new NX_SemThreadOfProcess;
-    return &lock;
+using Guard = std::lock_guard<NXS_CacheLock>;
+
+// Ready before any constructor runs and after every destructor.
+struct Caches {
+    NXS_CacheLock lock; // of the list
+    std::atomic<NXS_CacheStore*> first{nullptr};
+    std::atomic<std::uint32_t> budget{NX_CacheManager::budgetDefault};
+    std::atomic<std::uint32_t> used{0};
+};
+constinit Caches caches;
+constinit NX_CacheManager manager;
+
+// The least recently used cache after `last`, by recency numbers; null when there is none.
+NXS_CacheStore* storeAfter(std::uint64_t& last) {
+    NXS_CacheStore* found = nullptr;
+    std::uint64_t number = 0;
+    for (NXS_CacheStore* store = caches.first; store != nullptr; store = store->next) {
+        if (store->lock.isMine())
+            continue;
+        Guard const guard(store->lock);
+        std::uint64_t const own = store->cachePriority() + std::uint64_t{1};
+        if (own > last && (found == nullptr || own < number)) {
+            found = store;
+            number = own;
+        }
+    }
+    last = number;
+    return found;
+}
+
+// Frees the least recently used block of all caches. False: none can go.
+bool oldestFree() {
+    if (caches.lock.isMine())
+        return false;
+    Guard const list(caches.lock);
+    for (;;) {
+        NXS_CacheStore* oldest = nullptr;
+        std::uint32_t priority = 0;
+        for (NXS_CacheStore* store = caches.first; store != nullptr; store = store->next) {
+            Guard const guard(store->lock);
+            NXS_CacheStore::Victim victim;
+            if (store->victimNext(victim) && (oldest == nullptr || victim.priority < priority)) {
+                oldest = store;
+                priority = victim.priority;
+            }
+        }
+        if (oldest == nullptr)
+            return false;
+        Guard const guard(oldest->lock);
+        if (NXS_CacheData* const data = oldest->evict()) {
+            oldest->dataFree(data);
+            return true;
+        } // else writing it has failed: the others are asked
+    }
+}
+
+// Calls visit(store) for each cache until it returns true.
+template <class Visit>
+void eachUntil(Visit visit) {
+    Guard const list(caches.lock);
+    NXS_CacheStore* store = caches.first;
+    while (store != nullptr && !visit(*store))
+        store = store->next;
 }
 
 } // namespace
 
-NX_Cache::NX_Cache() {
-    NX_CacheManager::cacheManagerP()->cacheAdd(this);
+void nxCacheAdd(NXS_CacheStore* store) {
+    Guard const list(caches.lock);
+    store->next = caches.first;
+    if (store->next != nullptr)
+        store->next->prev = store;
+    caches.first = store;
 }
 
-NX_Cache::~NX_Cache() {
-    NX_CacheManager::cacheManagerP()->cacheRemove(this);
+void nxCacheRemove(NXS_CacheStore* store) {
+    Guard const list(caches.lock);
+    if (store->next != nullptr)
+        store->next->prev = store->prev;
+    if (store->prev != nullptr)
+        store->prev->next = store->next;
+    else
+        caches.first = store->next;
+}
+
+bool nxCacheBudgetTake(std::uint32_t bytes, bool force) {
+    for (;;) {
+        std::uint32_t const before = caches.used.fetch_add(bytes);
+        if (before <= caches.budget && bytes <= caches.budget - before)
+            return true;
+        if (force && !oldestFree())
+            return true;
+        nxCacheBudgetGive(bytes);
+        if (!force && !oldestFree())
+            return false;
+    }
+}
+
+void nxCacheBudgetGive(std::uint32_t bytes) {
+    caches.used.fetch_sub(bytes);
 }
 
 NX_CacheManager* NX_CacheManager::cacheManagerP() {
-    static NX_CacheManager manager;
     return &manager;
 }
 
+NX_Cache* NX_CacheManager::cacheDefaultP() {
+    static NX_Cache& cache = *new NX_Cache;
+    return &cache;
+}
+
 int NX_CacheManager::cacheFlush() {
-    if (first_ == nullptr)
-        return 0; // without a lock that would have to be made: the heap asks when it has nothing left
-    NX_SyncThreadOfProcess const sync(cacheLock(), 1);
-    int given = 0;
-    for (NX_Cache* cache = first_; cache != nullptr; cache = cache->next_)
-        given |= cache->cacheFlush() != 0;
-    return given;
+    if (caches.first == nullptr || caches.lock.isMine())
+        return 0;
+    Guard const list(caches.lock);
+    for (bool const write : {false, true}) {
+        std::uint64_t last = 0;
+        // One visit for each cache, although those in use get new numbers meanwhile.
+        for (NXS_CacheStore* visit = caches.first; visit != nullptr; visit = visit->next) {
+            NXS_CacheStore* const store = storeAfter(last);
+            if (store == nullptr)
+                break;
+            if (store->flush(write))
+                return 1;
+        }
+    }
+    return 0;
 }
 
-void NX_CacheManager::cacheAdd(NX_Cache* cache) {
-    NX_SyncThreadOfProcess const sync(cacheLock(), 1);
-    cache->next_ = first_;
-    if (cache->next_ != nullptr)
-        cache->next_->prev_ = cache;
-    first_ = cache;
+int NX_CacheManager::cacheWrite() {
+    eachUntil([](NXS_CacheStore& store) {
+        store.writeMark();
+        return false;
+    });
+    int result = 0;
+    for (;;) {
+        NXS_CacheFile* file = nullptr;
+        NXS_CacheEnd end;
+        eachUntil([&](NXS_CacheStore& store) { return (file = store.writeDue(end)) != nullptr; });
+        if (file == nullptr)
+            break;
+        result = file->writeERR(end); // the file keeps its cache alive
+        file->unuse();
+    }
+    for (;;) {
+        NXS_CacheFile* file = nullptr;
+        NXS_CacheSource* gone = nullptr;
+        eachUntil([&](NXS_CacheStore& store) { return (file = store.keptTake(gone)) != nullptr; });
+        if (file == nullptr)
+            return result;
+        delete gone;
+        file->unuse();
+    }
 }
 
-void NX_CacheManager::cacheRemove(NX_Cache* cache) {
-    NX_SyncThreadOfProcess const sync(cacheLock(), 1);
-    if (cache->next_ != nullptr)
-        cache->next_->prev_ = cache->prev_;
-    if (cache->prev_ != nullptr)
-        cache->prev_->next_ = cache->next_;
-    else
-        first_ = cache->next_;
+unsigned int NX_CacheManager::cacheBudget() const {
+    return caches.budget;
+}
+
+void NX_CacheManager::cacheBudget(unsigned int bytes) {
+    caches.budget = bytes;
+    while (caches.used > bytes && oldestFree()) {
+    }
+}
+
+unsigned int NX_CacheManager::cacheSize() const {
+    return caches.used;
 }

@@ -1,43 +1,30 @@
-// general/finfo/cacheman.h - caches of file data that give memory back when it runs short.
+// general/finfo/cacheman.h - the caches of the process: one budget, and memory given back when it runs short.
 //
-// A cache derives from NX_Cache and is registered as long as it lives. The manager keeps the caches in a list
-// that runs through the objects themselves, so that neither registering nor flushing allocates. Threads:
-// registration and flushing may come from any thread. A flush calls the caches on the calling thread with the
-// list locked: a cache must not register or remove another one meanwhile.
+// The heap layer calls cacheFlush when a request fails, before it asks the application. The caches stand in a
+// list that runs through the objects themselves: neither registering nor flushing allocates. A flush waits
+// for threads that are inside a cache; they hold its lock only for copying bytes and calling the system,
+// never for allocating. On a thread that is inside a cache or a flush itself it returns 0 at once. Threads:
+// all operations may come from any thread.
 #pragma once
 
-#include "general/platform/fwd.h"
-#include "general/process/sharedword.h"
-
-class NX_CacheManager;
-
-class NX_EXPORT NX_Cache {
-public:
-    NX_Cache(); // registers
-    NX_Cache(NX_Cache const&) = delete;
-    NX_Cache& operator=(NX_Cache const&) = delete;
-    virtual ~NX_Cache(); // removes
-
-    // Gives back what can be spared, without allocating. Returns non-zero when something was given back.
-    virtual int cacheFlush() = 0;
-
-private:
-    friend class NX_CacheManager;
-    NX_Cache* next_ = nullptr;
-    NX_Cache* prev_ = nullptr;
-};
+#include "general/finfo/cache.h"
 
 class NX_EXPORT NX_CacheManager {
 public:
-    static NX_CacheManager* cacheManagerP(); // the one manager of the process; never null
+    static constexpr unsigned int budgetDefault = 64u << 20;
 
-    // Flushes every registered cache. Returns non-zero when one of them gave something back.
+    static NX_CacheManager* cacheManagerP(); // the one manager of the process; never null
+    static NX_Cache* cacheDefaultP();        // the cache of files that name none; never null, never destroyed
+
+    // Asks the caches in turn, the least recently used one first, until one gives something back: clean
+    // blocks from any of them before changed ones from the first. Returns non-zero when one did.
     int cacheFlush();
 
-private:
-    friend class NX_Cache;
-    void cacheAdd(NX_Cache* cache);
-    void cacheRemove(NX_Cache* cache);
+    int cacheWrite(); // NX_Cache::cacheWrite of every cache; -1 when one of them failed
 
-    NXS_Shared<NX_Cache*> first_{nullptr};
+    // For all caches together. A block that would exceed it takes the place of the least recently used one,
+    // in whichever cache that is.
+    unsigned int cacheBudget() const;
+    void cacheBudget(unsigned int bytes);
+    unsigned int cacheSize() const; // bytes of the blocks in memory, in all caches
 };

@@ -1,164 +1,179 @@
-// general/finfo/filedata.cpp - reading, writing and positions of a file.
-#include "general/finfo/file.h"
+// general/finfo/filedata.cpp - the public side of cached files: what is cached, and what failures record.
+#include "general/finfo/filedata.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <new>
 
+#include "general/finfo/cachefile.h"
+#include "general/finfo/cacheman.h"
 #include "general/finfo/fileop.h"
 
-namespace {
-
-constexpr unsigned int pieceSize = 1024; // of copies and zeros inside a file
-
-// Positions are 32 bits wide and wrap.
-long posAdvanced(long pos, unsigned int by) {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(pos) + by);
+NX_FileDataPtr::NX_FileDataPtr(NX_FileDataPtr const& other)
+    : store_(other.store_), data_(other.data_), bytes_(other.bytes_), size_(other.size_) {
+    if (data_ == nullptr)
+        return;
+    store_->refInc();
+    NXS_CacheStore::Guard const guard(store_->lock);
+    ++data_->holders;
 }
 
-} // namespace
-
-int NX_File::readSys(void* buf, unsigned int size, unsigned int* done) {
-    DWORD count = 0;
-    if (!ReadFile(hand_, buf, size, &count, nullptr))
-        return sysERR();
-    *done = count;
-    return 0;
-}
-
-int NX_File::writeSys(void const* buf, unsigned int size, unsigned int* done) {
-    DWORD count = 0;
-    if (!WriteFile(hand_, buf, size, &count, nullptr))
-        return sysERR();
-    *done = count;
-    return 0;
-}
-
-int NX_File::seekSys(long offset, NX_FileSeekMode how, long* pos) {
-    DWORD method = FILE_BEGIN;
-    if (how == NX_FileSeekCurrent)
-        method = FILE_CURRENT;
-    else if (how == NX_FileSeekEnd)
-        method = FILE_END;
-    LONG const distance = static_cast<LONG>(offset);
-    DWORD result = INVALID_SET_FILE_POINTER;
-    if (distance == offset)
-        result = SetFilePointer(hand_, distance, nullptr, method);
-    else
-        SetLastError(ERROR_NEGATIVE_SEEK); // as the distance reads in 32 bits
-    if (result == INVALID_SET_FILE_POINTER)
-        return sysERR();
-    *pos = static_cast<std::int32_t>(result);
-    return 0;
-}
-
-int NX_File::flushSys() {
-    if (FlushFileBuffers(hand_))
-        return 0;
-    NxErrorTypeOfSys(static_cast<long>(GetLastError()));
-    return NxERROR(errorNumSystem, nxFileSource, __LINE__);
-}
-
-int NX_File::dataRead(void* buf, unsigned int size) {
-    unsigned int done = 0;
-    NX_ErrorMan scope(NX_ErrorManSysReset);
-    do {
-        if (readSys(buf, size, &done) == 0)
-            return done < size ? fileERR(errorNumFileShort) : scope.errorOk();
-    } while (NxErrorRetry(1));
-    return -1;
-}
-
-int NX_File::dataReadEOF(void* buf, unsigned int size) {
-    if (size == 0)
-        return 0;
-    unsigned int done = 0;
-    unsigned int const most = std::min(size, 0x7FFFFFFFu); // the count is returned as an int
-    if (nxFileRetry([&] { return readSys(buf, most, &done); }) != 0)
-        return -1;
-    return static_cast<int>(done);
-}
-
-int NX_File::dataReadAt(long pos, void* buf, unsigned int size) {
-    unsigned int done = 0;
-    NX_ErrorMan scope(NX_ErrorManSysReset);
-    do {
-        long at;
-        if (seekSys(pos, NX_FileSeekStart, &at) == 0 && (size == 0 || readSys(buf, size, &done) == 0))
-            return done < size ? fileERR(errorNumFileShort) : scope.errorOk();
-    } while (NxErrorRetry(1));
-    return -1;
-}
-
-int NX_File::dataWrite(void const* buf, unsigned int size) {
-    if (size == 0)
-        return 0;
-    unsigned int done = 0;
-    NX_ErrorMan scope(NX_ErrorManSysReset);
-    do {
-        if (writeSys(buf, size, &done) == 0)
-            return done < size ? fileERR(errorNumDiskFull) : scope.errorOk();
-    } while (NxErrorRetry(1));
-    return -1;
-}
-
-int NX_File::dataWriteAt(long pos, void const* buf, unsigned int size) {
-    unsigned int done = 0;
-    NX_ErrorMan scope(NX_ErrorManSysReset);
-    do {
-        long at;
-        if (seekSys(pos, NX_FileSeekStart, &at) == 0 && (size == 0 || writeSys(buf, size, &done) == 0))
-            return done < size ? fileERR(errorNumDiskFull) : scope.errorOk();
-    } while (NxErrorRetry(1));
-    return -1;
-}
-
-unsigned long NX_File::dataCopyAt(long to, long from, unsigned long size) {
-    char piece[pieceSize];
-    NX_ErrorMan scope(NX_ErrorManSysReset);
-    for (auto left = static_cast<std::uint32_t>(size); left != 0;) {
-        unsigned int const n = std::min(left, pieceSize);
-        if (dataReadAt(from, piece, n) != 0 || dataWriteAt(to, piece, n) != 0)
-            return NX_NO_INDEX;
-        from = posAdvanced(from, n);
-        to = posAdvanced(to, n);
-        left -= n;
+NX_FileDataPtr& NX_FileDataPtr::operator=(NX_FileDataPtr const& other) {
+    if (this != &other) {
+        dataDrop();
+        new (this) NX_FileDataPtr(other);
     }
-    return size;
+    return *this;
 }
 
-unsigned long NX_File::dataZeroAt(long pos, unsigned long size) {
-    static constexpr char zeros[pieceSize] = {};
+void NX_FileDataPtr::dataDrop() {
+    if (data_ == nullptr)
+        return;
+    {
+        NXS_CacheStore::Guard const guard(store_->lock);
+        if (--data_->holders == 0) {
+            if (data_->slot != nullptr)
+                store_->used(*data_->slot);
+            else
+                store_->dataFree(data_);
+            store_->trim();
+        }
+    }
+    store_->refDec();
+    store_ = nullptr;
+    data_ = nullptr;
+    bytes_ = nullptr;
+    size_ = 0;
+}
+
+NX_FileData::NX_FileData(NX_StringA const& name, NX_File::OpenMode mode, NX_Cache* cache)
+    : file_(new NXS_CacheFile(name, mode,
+                              (cache != nullptr ? cache : NX_CacheManager::cacheDefaultP())->store_)) {}
+
+NX_FileData::~NX_FileData() {
+    NXS_CacheEnd const end = file_->source != nullptr ? file_->leave(true) : NXS_CacheEnd{};
+    if (end.failed())
+        file_->writeERR(end);
+    file_->unuse();
+}
+
+int NX_FileData::fileIsOpen() const {
+    return file_->file.fileIsOpen();
+}
+
+int NX_FileData::fileIsOpenRead() const {
+    return file_->file.fileIsOpenRead();
+}
+
+int NX_FileData::fileIsOpenWrite() const {
+    return file_->file.fileIsOpenWrite();
+}
+
+NX_StringA const& NX_FileData::fileName() {
+    return file_->file.fileName();
+}
+
+NX_ErrorNum NX_FileData::errorNum() const {
+    return file_->file.errorNum();
+}
+
+// What is not cached, or is no position, goes to the file, which tells why it fails.
+bool NX_FileData::isCached(long pos, unsigned int size) const {
+    return file_->source != nullptr && size != 0 && pos >= 0 && pos <= 0x7FFFFFFF;
+}
+
+int NX_FileData::readERR(unsigned long code) {
     NX_ErrorMan scope(NX_ErrorManSysReset);
-    auto left = static_cast<std::uint32_t>(size);
-    do { // a size of 0 seeks
-        unsigned int const n = std::min(left, pieceSize);
-        if (dataWriteAt(pos, zeros, n) != 0)
-            return NX_NO_INDEX;
-        pos = posAdvanced(pos, n);
-        left -= n;
-    } while (left != 0);
-    return size;
+    if (code == 0)
+        return file_->file.fileERR(errorNumFileShort);
+    NxErrorTypeOfSys(static_cast<long>(code));
+    return file_->file.fileERR(errorNumSystem);
 }
 
-long NX_File::fileSeek(long offset, NX_FileSeekMode how) {
-    long pos = -1;
-    return nxFileRetry([&] { return seekSys(offset, how, &pos); }) == 0 ? pos : -1;
+int NX_FileData::dataReadAt(long pos, void* buf, unsigned int size) {
+    if (file_->readHit(static_cast<std::uint64_t>(pos), buf, size)) [[likely]]
+        return 0;
+    return readMissed(pos, buf, size);
 }
 
-long NX_File::fileTell() {
-    return fileSeek(0, NX_FileSeekCurrent);
+int NX_FileData::readMissed(long pos, void* buf, unsigned int size) {
+    if (!isCached(pos, size) || !file_->reads)
+        return file_->file.dataReadAt(pos, buf, size);
+    std::uint32_t done;
+    NXS_CacheEnd const end =
+        file_->read(static_cast<std::uint64_t>(pos), static_cast<char*>(buf), size, done);
+    return done == size ? 0 : readERR(end.code);
 }
 
-unsigned long NX_File::fileSize() {
-    NX_ErrorMan scope(NX_ErrorManSysReset);
-    long const pos = fileTell();
-    long const end = fileSeek(0, NX_FileSeekEnd);
-    if (fileSeek(pos, NX_FileSeekStart) == -1)
+int NX_FileData::dataReadAtEOF(long pos, void* buf, unsigned int size) {
+    size = std::min(size, 0x7FFFFFFFu); // the count is returned as an int
+    if (!isCached(pos, size) || !file_->reads)
+        return file_->file.fileSeek(pos, NX_FileSeekStart) == -1 ? -1 : file_->file.dataReadEOF(buf, size);
+    std::uint32_t done;
+    NXS_CacheEnd const end =
+        file_->read(static_cast<std::uint64_t>(pos), static_cast<char*>(buf), size, done);
+    return end.failed() ? readERR(end.code) : static_cast<int>(done);
+}
+
+int NX_FileData::dataWriteAt(long pos, void const* buf, unsigned int size) {
+    if (!isCached(pos, size) || !file_->writes)
+        return file_->file.dataWriteAt(pos, buf, size);
+    std::uint32_t done;
+    NXS_CacheEnd const end =
+        file_->write(static_cast<std::uint64_t>(pos), static_cast<char const*>(buf), size, done);
+    return end.failed() ? file_->writeERR(end) : 0;
+}
+
+int NX_FileData::dataHoldAt(long pos, NX_FileDataPtr& held) {
+    held.dataDrop();
+    if (!isCached(pos, 1) || !file_->reads) {
+        char byte;
+        return file_->file.dataReadAt(pos, &byte, 1) == 0 ? readERR(ERROR_NOT_SUPPORTED) : -1;
+    }
+    std::uint32_t qty = 0;
+    NXS_CacheData* data = nullptr;
+    NXS_CacheEnd const end = file_->hold(static_cast<std::uint64_t>(pos), data, qty);
+    if (data == nullptr)
+        return end.failed() ? readERR(end.code) : 0;
+    held.store_ = &file_->store;
+    held.store_->refInc();
+    held.data_ = data;
+    held.bytes_ = data->bytes + (static_cast<std::uint32_t>(pos) & (nxCacheBlockSize - 1));
+    held.size_ = qty;
+    return static_cast<int>(qty);
+}
+
+void NX_FileData::dataForget() {
+    if (file_->source == nullptr)
+        return;
+    NXS_CacheStore::Guard const guard(file_->store.lock);
+    file_->source->dropAll(false);
+}
+
+unsigned long NX_FileData::fileSize() {
+    if (file_->source == nullptr)
+        return file_->file.fileSize();
+    std::uint64_t size = 0;
+    NXS_CacheEnd const end = file_->sizeAsk(size);
+    if (end.failed() || size >= NX_NO_INDEX) {
+        readERR(end.failed() ? end.code : DWORD{ERROR_INVALID_PARAMETER});
         return NX_NO_INDEX;
-    scope.errorOk();
-    return static_cast<std::uint32_t>(end);
+    }
+    return static_cast<std::uint32_t>(size);
 }
 
-int NX_File::fileFlush() {
-    return nxFileRetry([this] { return flushSys(); });
+int NX_FileData::fileFlush() {
+    if (file_->source != nullptr) {
+        if (NXS_CacheEnd const end = file_->writeBack(); end.failed())
+            return file_->writeERR(end);
+        file_->store.sweep();
+    }
+    return file_->file.fileFlush();
+}
+
+int NX_FileData::fileClose() {
+    if (file_->source != nullptr)
+        if (NXS_CacheEnd const end = file_->leave(false); end.failed())
+            return file_->writeERR(end);
+    return file_->file.fileClose();
 }

@@ -1,25 +1,10 @@
-// Environment strings, the current directory, and caches that give memory back.
+// Environment strings and the current directory.
 #include "general/finfo/env.h"
 
 #include <filesystem>
 
-#include "general/finfo/cacheman.h"
 #include "tests/support/child.h"
 #include "tests/support/support.h"
-
-namespace {
-
-class TestCache : public NX_Cache {
-public:
-    int cacheFlush() override {
-        ++flushes;
-        return std::exchange(held, 0);
-    }
-    int held = 0;
-    int flushes = 0;
-};
-
-} // namespace
 
 TEST(Env, Variables) {
     std::string const longName(255, 'N');
@@ -54,19 +39,4 @@ TEST(Env, CurrentDirectory) {
     EXPECT_EQ(std::filesystem::path(NX_DirCurrent().dataPConst()), here / "below");
     std::filesystem::current_path(here);
     EXPECT_EQ(dir.subCollP(), nullptr);
-}
-
-TEST(Cache, FlushReachesRegisteredCachesOnly) {
-    NX_CacheManager* const manager = NX_CacheManager::cacheManagerP();
-    EXPECT_EQ(manager->cacheFlush(), 0);
-    TestCache first;
-    {
-        TestCache second;
-        TestCache third;
-        second.held = 1;
-        EXPECT_NE(manager->cacheFlush(), 0);
-        EXPECT_EQ(first.flushes + second.flushes + third.flushes, 3);
-    }
-    EXPECT_EQ(manager->cacheFlush(), 0);
-    EXPECT_EQ(first.flushes, 2);
 }

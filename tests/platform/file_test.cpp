@@ -121,6 +121,9 @@ TEST(PlatformFile, whichFileAHandleStandsFor) {
     EXPECT_TRUE(info[0].dwVolumeSerialNumber == info[2].dwVolumeSerialNumber && info[0].nNumberOfLinks == 1);
     EXPECT_TRUE(info[0].nFileSizeLow == 5 && info[0].nFileSizeHigh == 0);
     EXPECT_EQ(info[0].dwFileAttributes & ~DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{FILE_ATTRIBUTE_ARCHIVE});
+    HANDLE const device = fileOpen("nul", GENERIC_READ);
+    EXPECT_FALSE(GetFileInformationByHandle(device, &info[0]));
+    CloseHandle(device);
 }
 
 } // namespace

@@ -11,6 +11,8 @@ BOOL GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION* info) {
     auto const object = nxHandleGet<NXS_FileObject>(file);
     if (!object)
         return FALSE;
+    if (!object->regular)
+        return nxFail(ERROR_INVALID_FUNCTION);
     struct statx found;
     if (nxSeam.stat(object->file, "", AT_EMPTY_PATH, STATX_BASIC_STATS | STATX_BTIME, &found) < 0)
         return nxFail(nxErrorFromErrno(errno));
