@@ -364,12 +364,6 @@ HMODULE LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD flags) {
     return flags != 0 ? moduleFail(ERROR_NOT_SUPPORTED) : LoadLibraryA(name);
 }
 
-HMODULE LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD flags) {
-    if (reserved != nullptr)
-        return moduleFail(ERROR_INVALID_PARAMETER);
-    return flags != 0 ? moduleFail(ERROR_NOT_SUPPORTED) : LoadLibraryA(name);
-}
-
 BOOL FreeLibrary(HMODULE module) {
     if (module == nullptr) {
         SetLastError(ERROR_INVALID_HANDLE);
