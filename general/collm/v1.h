@@ -4,10 +4,11 @@
 // own is marked dirty and written in place, one with other owners is copied first. Const members never do
 // either. Positions and quantities are in items, never bytes; the first item is at 0. Items move as raw
 // bytes; what owns resources is kept right by the collMan operations of the derived class. Addresses of items
-// are good until the next write through the vector. Threads: two vectors that share a block may be used by
-// two threads; one vector may not be written by two. Failure: bad indexes assert ("general/collm/v1.h" and
-// "general/collm/v1"); a count that cannot be represented and a lack of memory end the process through the
-// heap layer.
+// are good until the next write through the vector. Threads: two threads may each hold a vector on one block
+// and read it. Counting in a block takes no lock: copying, the first write and the end of vectors that share
+// one are serialised by the callers, as are all writes to one vector. Failure: bad indexes assert
+// ("general/collm/v1.h" and "general/collm/v1"); a count that cannot be represented and a lack of memory end
+// the process through the heap layer.
 #pragma once
 
 #include "general/collm/coll.h"

@@ -8,15 +8,12 @@
 // application is registered.
 NX_StringA nxAppErrorString(int num);
 
-// The application's short name; empty when none is registered.
-NX_StringA nxAppName();
-
-// The application's full name as a terminated text, or null when none is registered. The text lives as long
-// as the application keeps its name.
+// Texts of the application, terminated: its short name and its title, empty when none is registered; its full
+// name, then null. Each lives as long as the application keeps it. They are no strings, because any thread
+// asks for them and copying a string counts in the one that is copied.
+char const* nxAppNameP();
+char const* nxAppTitleP();
 char const* nxAppNameFullP();
-
-// The application's title; empty when none is registered.
-NX_StringA nxAppTitle();
 
 // The application's main window, or null.
 HWND nxAppWinMainHand();

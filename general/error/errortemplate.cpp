@@ -1,6 +1,8 @@
 // general/error/errortemplate.cpp - the built-in message templates, and filling a template's placeholders.
 #include "general/error/errortemplate.h"
 
+#include <cstring>
+
 #include "general/error/appup.h"
 #include "general/error/errorbuf.h"
 #include "general/error/errornum.h"
@@ -34,11 +36,9 @@ constexpr int typeTemplateQty = sizeof typeTemplates / sizeof typeTemplates[0];
 bool valueOf(char letter, NX_StringA const& words, NX_StringA& value) {
     char const* text = words.dataPConst();
     unsigned int length = words.strLen();
-    NX_StringA name;
     if (letter == '0') {
-        name = nxAppName();
-        text = name.dataPConst();
-        length = name.strLen();
+        text = nxAppNameP();
+        length = static_cast<unsigned int>(std::strlen(text));
     } else {
         if (letter >= '1' && letter <= '9')
             return false;

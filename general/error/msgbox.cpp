@@ -13,8 +13,7 @@ int NX_WinMessageBox::messageBox(char const* text, char const* caption, int styl
 }
 
 NX_WinMessageBoxTitle::NX_WinMessageBoxTitle(int messageNumber) {
-    NX_StringA const title = nxAppTitle();
-    strPrintF("MSG%05ld  %s", static_cast<long>(messageNumber), title.dataPConst());
+    strPrintF("MSG%05ld  %s", static_cast<long>(messageNumber), nxAppTitleP());
 }
 
 NX_WinMessageBoxTitle::~NX_WinMessageBoxTitle() = default;

@@ -11,9 +11,9 @@ NX_StringA nxAppErrorString(int num) {
     return app != nullptr ? app->appErrorString(num) : nxErrorTemplateBuiltIn(num);
 }
 
-NX_StringA nxAppName() {
+char const* nxAppNameP() {
     NX_App const* const app = NxAppPDll();
-    return app != nullptr ? app->appName() : NX_StringA();
+    return app != nullptr ? app->appName().dataPConst() : "";
 }
 
 char const* nxAppNameFullP() {
@@ -21,9 +21,9 @@ char const* nxAppNameFullP() {
     return app != nullptr ? app->appNameFull().dataPConst() : nullptr;
 }
 
-NX_StringA nxAppTitle() {
+char const* nxAppTitleP() {
     NX_App const* const app = NxAppPDll();
-    return app != nullptr ? app->appTitle() : NX_StringA();
+    return app != nullptr ? app->appTitle().dataPConst() : "";
 }
 
 HWND nxAppWinMainHand() {

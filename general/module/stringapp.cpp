@@ -39,13 +39,14 @@ int NX_StringA::nameTmp() {
 int NX_StringA::nameTmp(NX_StringA const& dir) {
     constexpr unsigned int numbers = 1000;
     NX_StringA const directory(dir); // it may be this string
-    NX_StringA const app = NxAppPDll() != nullptr ? NxAppPDll()->appName() : NX_StringA();
+    NX_App const* const app = NxAppPDll();
+    char const* const stem =
+        app != nullptr && app->appName().strLen() > 0 ? app->appName().dataPConst() : "vx7base";
     unsigned int const start = static_cast<unsigned int>(GetCurrentProcessId());
     NX_StringA name;
     for (unsigned int i = 0; i < numbers; ++i) {
         NX_StringA last;
-        last.strPrintF("%s.%03d", app.strLen() > 0 ? app.dataPConst() : "vx7base",
-                       static_cast<int>((start % numbers + i) % numbers));
+        last.strPrintF("%s.%03d", stem, static_cast<int>((start % numbers + i) % numbers));
         name = NX_StringA(directory, last.dataPConst(), last.strLen(), NX_FileTypeFile);
         if (name.nameType() == NX_FileNameMissing) {
             *this = name;

@@ -9,9 +9,9 @@
 // after the last dot of the last node; separators are found by character, so a trail byte is never taken for
 // one. A separator that has to be supplied is the last one the name uses already, else the system's own.
 // Ownership: strings are values; the views they hand out point at the string and must not outlive it.
-// Threads: two strings may be used by two threads also while they share a block; one string may not.
-// Failure: only what says so reports to the error manager. Out of memory ends in the heap layer. An index out
-// of range is a programming error.
+// Threads: as of NX_VecM: strings that share a block may be read by several threads, copied and dropped by
+// one. Failure: only what says so reports to the error manager. Out of memory ends in the heap layer. An
+// index out of range is a programming error.
 #pragma once
 
 #include <concepts>

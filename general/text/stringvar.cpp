@@ -18,7 +18,8 @@ NX_StringA& NX_StringA::strVarReplace(NX_StringByName const& dict) {
             pos += len;
             continue;
         }
-        NX_StringA const text(*value); // the dictionary may hold this very string
+        // Bytes of its own: the dictionary may hold this very string, and other threads may read it as well.
+        NX_StringA const text(value->dataPConst(), value->strLen());
         strReplaceAt(pos, len, text);
         pos += text.strLen();
     }

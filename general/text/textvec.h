@@ -5,7 +5,7 @@
 // Positions and lengths are in bytes; a double-byte character counts two. "Not found" is NX_NO_INDEX.
 // Characters are not terminated by contract of the vector, but the slot after the last one always exists, and
 // every text operation declared here leaves a zero in it.
-// Threads: two vectors sharing a block may be used by two threads, one vector may not.
+// Threads: as of NX_VecM.
 // Failure: a bad index is an assertion; nothing here reports through the error manager, files excepted.
 #pragma once
 
