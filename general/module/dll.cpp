@@ -20,7 +20,7 @@ int NX_Dll::dllClose() {
 }
 
 int NX_Dll::dllIsOpen() const {
-    return resLibIsOpen();
+    return resLibHand() != nullptr ? 1 : 0;
 }
 
 HINSTANCE NX_Dll::dllHand() const {

@@ -25,6 +25,7 @@ public:
     // Lets go of the module, which stays loaded for its other holders. 0, always.
     int dllClose();
 
+    // Whether a module is loaded for its code.
     int dllIsOpen() const;
 
     // The loaded module's handle, or null.

@@ -45,7 +45,7 @@ int openFailed(NX_StringA const& name, unsigned long code, unsigned int line) {
 }
 
 bool isData(NX_ResLibType type) {
-    return type != resLibTypeNone && type != resLibTypeDll;
+    return type != resLibTypeDll;
 }
 
 bool isKind(NX_ResLibType kind, NX_ResLibType wanted) {
@@ -121,10 +121,10 @@ int NX_ResLib::resLibOpen(NX_StringA const& name, NX_StringA const& directory, N
     if (name.itemQty() == 0)
         return 0;
     NX_StringA const path = joined(name, directory);
-    return isData(type) ? openData(path, directory.itemQty() != 0 ? 1 : 0, type) : openModule(path, type);
+    return isData(type) ? openData(path, directory.itemQty() != 0 ? 1 : 0, type) : openModule(path);
 }
 
-int NX_ResLib::openModule(NX_StringA const& path, NX_ResLibType type) {
+int NX_ResLib::openModule(NX_StringA const& path) {
     NX_SyncThreadOfProcess guard(&NX_ResLibRep::registryLock(), 1);
     if (resLibHand() != nullptr && rep()->name.strCompare(path, NX_CompareExact) == 0)
         return 1;
@@ -139,7 +139,7 @@ int NX_ResLib::openModule(NX_StringA const& path, NX_ResLibType type) {
         return openFailed(path, code, __LINE__);
     NX_ResLibRep* shared = NX_ResLibRep::find(module);
     if (shared == nullptr)
-        shared = new NX_ResLibRep(path, type, module, 1);
+        shared = new NX_ResLibRep(path, resLibTypeDll, module, 1);
     else
         FreeLibrary(module); // the representation holds the module loaded already
     adopt(shared);
@@ -182,7 +182,7 @@ int NX_ResLib::adoptData(NXS_ResFileKey const& key, NX_ResLibType type) {
 }
 
 int NX_ResLib::resLibOpen() {
-    return rep() == nullptr ? 0 : resLibOpen(rep()->name, rep()->type);
+    return rep() == nullptr ? 0 : resLibOpen(resLibName(), rep()->type);
 }
 
 int NX_ResLib::resLibAppInit() {
@@ -217,8 +217,10 @@ HINSTANCE NX_ResLib::resLibHandSys() const {
     }
     NX_SyncThreadOfProcess guard(&NX_ResLibRep::registryLock(), 1);
     if (rep()->handSys == nullptr) {
-        // The system goes by the name: it must still stand for the file that was read.
-        if (NXS_ResFile const now(rep()->fileName); now.errorNum() != 0 || now.key() != rep()->key) {
+        // The system goes by the name: it must still stand for the file that was read, which stays open until
+        // the system has it, so that it cannot be replaced before.
+        NXS_ResFile const now(rep()->fileName);
+        if (now.errorNum() != 0 || now.key() != rep()->key) {
             SetLastError(ERROR_FILE_NOT_FOUND);
             return nullptr;
         }
@@ -233,7 +235,7 @@ NX_ResLibType NX_ResLib::resLibType() const {
 }
 
 NX_StringA NX_ResLib::resLibName() const {
-    return rep() != nullptr ? rep()->name : NX_StringA();
+    return rep() != nullptr ? nxResLibOwn(rep()->name) : NX_StringA();
 }
 
 NX_StringA NX_ResLib::resLibNameSys(HINSTANCE module) {

@@ -88,7 +88,7 @@ public:
     // What is open: resLibTypeDll, or for data what the file turned out to be. resLibTypeNone when not open.
     NX_ResLibType resLibType() const;
 
-    // The name as given, with its directory; empty without a library.
+    // The name that its first opener gave, with its directory; empty without a library.
     NX_StringA resLibName() const;
 
     // The file name of a loaded module as the system reports it; null means the program. Empty on failure.
@@ -126,7 +126,7 @@ private:
 
     NX_ResLibRep* rep() const;
     void adopt(NX_ResLibRep* newRep);
-    int openModule(NX_StringA const& path, NX_ResLibType type);
+    int openModule(NX_StringA const& path);
     int openData(NX_StringA const& path, int here, NX_ResLibType type);
     int adoptData(NXS_ResFileKey const& key, NX_ResLibType type);
     NXS_ResImage const* imageP() const;

@@ -6,6 +6,8 @@
 #include "general/platform/platform.h"
 #include "general/process/sem.h"
 
+#include <charconv>
+
 namespace {
 
 char const sourceFile[] = "general/module/reslibdesc";
@@ -18,10 +20,16 @@ struct NX_ResLib::Key {
     Key(NX_StringA const& givenName) : name(givenName) {}
     Key(int givenNumber, NX_StringA const& givenName) : number(givenNumber), name(givenName) {}
 
-    // A number out of range is no resource's. "#12" is another way to write 12.
+    // A number out of range is no resource's. "#12" is another way to write 12; what is not all digits is a
+    // name.
     NXS_ResImage::Key image() const {
-        if (name.strLen() > 1 && name[0] == '#')
-            return {static_cast<std::uint32_t>(name.dataLongGet(1, NX_NO_INDEX)), {}};
+        if (name.strLen() > 1 && name[0] == '#') {
+            char const* const end = name.dataPConst() + name.strLen();
+            std::uint32_t value = 0;
+            auto const [p, error] = std::from_chars(name.dataPConst() + 1, end, value);
+            if (p == end && error == std::errc())
+                return {value, {}};
+        }
         return {static_cast<std::uint32_t>(number), name};
     }
 
@@ -45,7 +53,7 @@ NXS_ResImage const* NX_ResLib::imageP() const {
     NXS_ResFile file(resLibNameSys(own.module));
     if (file.imageRead(*image, resLibTypeModule, 1) != 0) {
         delete image;
-        nxResLibERR(file.errorNum(), own.name, sourceFile, __LINE__);
+        nxResLibERR(file.errorNum(), resLibName(), sourceFile, __LINE__);
         return nullptr;
     }
     NX_SyncThreadOfProcess guard(&NX_ResLibRep::registryLock(), 1);

@@ -13,6 +13,10 @@ NX_ResLibRep* registryFirst = nullptr;
 
 } // namespace
 
+NX_StringA nxResLibOwn(NX_StringA const& text) {
+    return {text.dataPConst(), text.strLen()};
+}
+
 NX_SemThreadOfProcess& NX_ResLibRep::registryLock() {
     static NX_SemThreadOfProcess& lock = *new NX_SemThreadOfProcess;
     return lock;
@@ -20,16 +24,16 @@ NX_SemThreadOfProcess& NX_ResLibRep::registryLock() {
 
 NX_ResLibRep::NX_ResLibRep(NX_StringA const& givenName, NX_ResLibType givenType, HINSTANCE givenModule,
                            int isOwner)
-    : NX_RefCountRep(refMultiThread), name(givenName), type(givenType), module(givenModule), key(),
-      isOwner_(isOwner) {
+    : NX_RefCountRep(refMultiThread), name(nxResLibOwn(givenName)), type(givenType), module(givenModule),
+      key(), isOwner_(isOwner) {
     if (module != nullptr)
         enter();
 }
 
 NX_ResLibRep::NX_ResLibRep(NX_StringA const& givenName, NX_StringA const& givenFile,
                            NXS_ResFileKey const& givenKey, NXS_ResImage* givenImage)
-    : NX_RefCountRep(refMultiThread), name(givenName), type(givenImage->kind()), module(nullptr),
-      fileName(givenFile), key(givenKey), image(givenImage), isOwner_(0) {
+    : NX_RefCountRep(refMultiThread), name(nxResLibOwn(givenName)), type(givenImage->kind()), module(nullptr),
+      fileName(nxResLibOwn(givenFile)), key(givenKey), image(givenImage), isOwner_(0) {
     enter();
 }
 

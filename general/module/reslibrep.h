@@ -27,7 +27,7 @@ public:
     bool isData() const { return module == nullptr && image != nullptr; }
     bool isOpen() const { return module != nullptr || image != nullptr; }
 
-    NX_StringA const name;
+    NX_StringA const name; // shares no block: holders on several threads read it
     NX_ResLibType const type;
     HINSTANCE const module;        // null while not opened, and of data
     NX_StringA const fileName;     // of data
@@ -43,6 +43,9 @@ private:
     int const isOwner_; // unloads the module at the end
     NX_ResLibRep* next_ = nullptr;
 };
+
+// The same text in a block of its own: blocks are counted without a lock.
+NX_StringA nxResLibOwn(NX_StringA const& text);
 
 // Records `number`, with the system's code where it is the generic one, and the name as F. Returns -1.
 int nxResLibERR(int number, NX_StringA const& name, char const* file, unsigned int line);

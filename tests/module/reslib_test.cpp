@@ -74,6 +74,8 @@ TEST(ResLib, FindsByNumberNameAndLanguage) {
     EXPECT_TRUE(lib.resDescFind(desc, resTypeAccel, "none") == -1 && hasDetail("F=resources.dll T=none"));
     EXPECT_TRUE(NxErrorNum() == errorNumResLibNotFound && desc.resType() == 500) << "what was found stays";
     EXPECT_EQ(lib.resDescFind(desc, resTypeAccel, 0), -1) << "a name is not number 0";
+    for (char const* id : {"#", "#4294967301", "#65541", "#5x", "# 5", "#-5"})
+        EXPECT_EQ(lib.resDescFind(desc, resTypeData, id), -1) << id << " is not 5";
 
     // A description stands for the same resource of another library.
     NX_ResLib other;
@@ -142,13 +144,16 @@ TEST(ResLib, SharedByFileWhateverTheName) {
     NX_ResLib code("resources", NX_ResLib::resLibNameSys(nullptr).nameOfDir(), resLibTypeModule);
     EXPECT_TRUE(code.resLibIsOpen() == 0 && code.resLibType() == resLibTypeNone && code.resLibOpen() == 1);
     EXPECT_EQ(GetModuleHandleA("resources.dll"), nullptr);
+    EXPECT_TRUE(code.resLibHandSys() != nullptr || GetLastError() == ERROR_NOT_SUPPORTED);
     std::filesystem::copy(nxResTestPath("resources.dll"), "gone.dll");
     ASSERT_EQ(code.resLibOpen("gone.dll", ".", resLibTypeModule), 1);
     std::filesystem::remove("gone.dll");
     EXPECT_TRUE(code.resLibHandSys() == nullptr && GetLastError() == ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(code.resDescFind(desc, resTypeData, 7), 0) << "its bytes are here";
     NX_Dll dll;
-    EXPECT_EQ(dll.dllOpen("testmodule.dll"), 1);
+    EXPECT_TRUE(dll.resLibOpen("testmodule", resLibTypeNone) == -1 && dll.resLibType() == resLibTypeNone);
+    EXPECT_TRUE(dll.resLibOpen("two.ico", resLibTypeIco) == 1 && dll.dllIsOpen() == 0) << "nothing is loaded";
+    EXPECT_TRUE(dll.dllOpen("testmodule.dll") == 1 && dll.dllIsOpen() == 1);
     NX_ResDescVec list;
     EXPECT_EQ(dll.resDescs(list), 0) << "read from its file; elsewhere a module has no such directory";
     EXPECT_NE(dll.resLibHandSys(), nullptr);
@@ -191,6 +196,12 @@ TEST(ResLib, FailuresNameTheLibrary) {
 TEST(ResLib, ManyThreadsOpenOneFile) {
     std::vector<std::thread> threads;
     std::atomic<int> good = 0;
+    NX_ResLib held;
+    NX_StringA const name = "two.ico";
+    ASSERT_EQ(held.resLibOpen(name, resLibTypeFile), 1);
+    EXPECT_TRUE(held.resLibName().dataPConst() != name.dataPConst() &&
+                held.resLibName().dataPConst() != held.resLibName().dataPConst())
+        << "blocks of texts are counted without a lock: threads must not share them";
     for (int n = 0; n < 4; ++n)
         threads.emplace_back([&good] {
             for (int i = 0; i < 50; ++i) {
