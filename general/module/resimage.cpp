@@ -102,15 +102,16 @@ unsigned int NXS_ResImage::find(Key const& type, Key const& id, int lang) const 
     unsigned int best = NX_NO_INDEX;
     unsigned int bestRank = NX_NO_INDEX;
     NXS_ResEntry const* const entries = entries_.dataPConst();
-    NXS_ResName last;
-    bool lastMatches = false;
+    // Names are long where a file wants it so: each is compared once for all that follow it with the same.
+    bool typeMatches = false;
+    bool idMatches = false;
     for (unsigned int n = 0; n < entries_.itemQty(); ++n) {
         NXS_ResEntry const& entry = entries[n];
-        if (n == 0 || entry.type != last) {
-            last = entry.type;
-            lastMatches = isNamed(last, type);
-        }
-        if (!lastMatches || !isNamed(entry.id, id))
+        if (n == 0 || entry.type != entries[n - 1].type)
+            typeMatches = isNamed(entry.type, type);
+        if (n == 0 || entry.id != entries[n - 1].id)
+            idMatches = isNamed(entry.id, id);
+        if (!typeMatches || !idMatches)
             continue;
         if (lang != -1) {
             if (entry.lang == static_cast<std::uint32_t>(lang))
