@@ -6,7 +6,7 @@
 extern "C" int LLVMFuzzerTestOneInput(unsigned char const* data, std::size_t size) {
     unsigned int sum = 0;
     long const qty = nxResTouch(data, size, sum);
-    // A leaf takes more than eight bytes of its own, so that lists cannot outgrow their file.
+    // Every resource takes an entry of eight bytes or more, so that lists cannot outgrow their file.
     if (qty < -1 || qty > static_cast<long>(size / 8))
         std::abort();
     return 0;
