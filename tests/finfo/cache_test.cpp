@@ -289,7 +289,7 @@ TEST(Cache, ReadsThatFollowEachOtherFetchSeveralBlocks) {
     NX_FileData file("ahead.bin", File::modeRead, &cache);
     char buffer[4096];
     Seam const seam;
-    for (long pos = 0; pos < 64l * block; pos += 4096)
+    for (long pos = 0; pos < 64 * static_cast<long>(block); pos += 4096)
         EXPECT_EQ(file.dataReadAt(pos, buffer, 4096), 0);
     EXPECT_LE(reads, 11); // 2, 4, then 8 blocks
     EXPECT_EQ(cache.cacheSize(), 40 * block);

@@ -43,7 +43,7 @@ void modelRun(unsigned int budget, unsigned int seed) {
     NX_FileDataPtr held;
     std::string heldText;
     std::string buffer(3 * block, '\0');
-    for (int step = 0; step < 3000; ++step) {
+    for (int step = 0; step < 1500; ++step) {
         SCOPED_TRACE("budget " + std::to_string(budget) + " seed " + std::to_string(seed) + " step " +
                      std::to_string(step));
         NX_FileData& file = *files[below(2)];
@@ -271,7 +271,7 @@ TEST(FileData, HeldBytesOutliveEverything) {
         copy = held;
         EXPECT_EQ(file.dataWriteAt(90, "changed by a writer", 19), 0);
         char buffer[32] = {};
-        for (long pos : {2l * block, 1l * block, 90l})
+        for (long pos : {static_cast<long>(2 * block), static_cast<long>(block), 90l})
             EXPECT_EQ(file.dataReadAt(pos, buffer, 19), 0);
         EXPECT_EQ(std::string(buffer), "changed by a writer");
         NX_FileDataPtr late;
