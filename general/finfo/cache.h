@@ -3,10 +3,10 @@
 // Files that are opened through a cache (filedata.h) keep the blocks they read and write in it. When a block
 // is needed and the budget is used up, the block goes that was not used for the longest time; a changed one
 // is written to its file first. What someone holds, and what could not be written, stays. The budget counts
-// the bytes of blocks, 16384 each; what is known about them comes on top, 6 to 8 KiB for each 4 MiB of a file
-// of which something is in memory. A cache registers with NX_CacheManager, which has a budget for all of
-// them. Ownership: files and held pointers keep what they need of a cache; it may be destroyed before them.
-// Threads: all operations may come from any thread.
+// the bytes of blocks, 16384 each; what is known about them comes on top: 4 KiB for a file, 6 KiB for each
+// 4 MiB of it of which something is in memory, and 128 KiB for a cache that has read ahead. A cache registers
+// with NX_CacheManager, which has a budget for all of them. Ownership: files and held pointers keep what they
+// need of a cache; it may be destroyed before them. Threads: all operations may come from any thread.
 #pragma once
 
 #include "general/platform/fwd.h"
@@ -26,8 +26,9 @@ public:
     void cacheBudget(unsigned int bytes); // what is above it goes at once, if it can
     unsigned int cacheSize() const;       // bytes of the blocks in memory
 
-    // Writes all changed blocks to their files. 0, or -1 when a file failed: error 16625 when the disk is
-    // full, else 21060, with its name. What was not written stays as it was, and the next call tries again.
+    // Writes all changed blocks to their files. 0, or -1 when a file failed: error 16625 when a write was
+    // cut short, else 21060, with its name. What was not written stays as it was, and the next call tries
+    // again.
     int cacheWrite();
 
     // Gives memory back: the clean blocks that nobody holds or, when there are none, the changed ones after

@@ -114,7 +114,6 @@ void NXS_CacheFile::copyOut(std::uint64_t pos, char* buf, std::uint32_t size, st
 void NXS_CacheFile::loadPlan(Load& load, std::uint64_t pos, std::uint64_t end, unsigned int most) {
     load.first = static_cast<std::uint32_t>(pos >> nxCacheBlockShift);
     load.qty = 0;
-    load.changes = source->changes;
     if (load.first >= nxCacheBlockMost)
         return;
     load.needsPage = !source->table.hasPage(load.first);
@@ -129,6 +128,7 @@ void NXS_CacheFile::loadPlan(Load& load, std::uint64_t pos, std::uint64_t end, u
 
 // Reads what was planned: one block into its place to be, several by one call.
 NXS_CacheEnd NXS_CacheFile::loadRead(Load& load, NXS_CacheRoom& room) {
+    load.changes = source->changes;
     return nxCacheReadAt(file.fileHand(), std::uint64_t{load.first} << nxCacheBlockShift,
                          load.qty == 1 ? room.top()->bytes : room.staging(), load.qty * nxCacheBlockSize,
                          load.got);
@@ -165,11 +165,14 @@ NXS_CacheEnd NXS_CacheFile::readDirect(std::uint64_t pos, char* buf, std::uint32
                                        std::uint32_t& done) {
     size = std::min(size, nxCacheBlockSize - static_cast<std::uint32_t>(pos & (nxCacheBlockSize - 1)));
     std::uint32_t got = 0;
+    std::uint32_t const changes = source->changes;
     NXS_CacheEnd const end = nxCacheReadAt(file.fileHand(), pos, buf, size, got);
     done += got;
     if (end.failed() || got == size)
         return end;
     NXS_CacheStore::Guard const guard(store.lock);
+    if (source->changes != changes)
+        return {}; // it may have grown: once more
     source->endSeen(pos + got);
     if (source->size > pos + got) { // not there yet, but it will be
         auto const zeros =

@@ -59,9 +59,9 @@ private:
     // Blocks on their way from the file into the cache.
     struct Load {
         std::uint32_t first = 0;
-        unsigned int qty = 0; // 0: nothing is on its way
-        std::uint64_t changes = 0;
+        unsigned int qty = 0;  // 0: nothing is on its way
         std::uint32_t got = 0; // bytes
+        std::uint32_t changes = 0;
         bool needsPage = false;
     };
 

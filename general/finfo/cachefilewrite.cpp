@@ -57,7 +57,10 @@ NXS_CacheEnd NXS_CacheFile::writeHere(std::uint64_t pos, char const* buf, std::u
             continue;
         }
         if (slot == nullptr) {
-            // The block's other bytes are needed, unless there are none.
+            // The block's other bytes are needed, unless there are none; others may have written some.
+            if (qty != nxCacheBlockSize && at + qty >= source->size)
+                if (NXS_CacheEnd const end = endAsk(); end.failed())
+                    return end;
             if (begin < source->size &&
                 (from != 0 || at + qty < std::min(begin + nxCacheBlockSize, source->size))) {
                 loadPlan(state.load, at, at + 1, 1);

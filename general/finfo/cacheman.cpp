@@ -12,7 +12,7 @@ struct Caches {
     NXS_CacheLock lock; // of the list
     std::atomic<NXS_CacheStore*> first{nullptr};
     std::atomic<std::uint32_t> budget{NX_CacheManager::budgetDefault};
-    std::atomic<std::uint32_t> used{0};
+    std::atomic<std::uint32_t> used{0}; // blocks
 };
 constinit Caches caches;
 constinit NX_CacheManager manager;
@@ -90,21 +90,20 @@ void nxCacheRemove(NXS_CacheStore* store) {
         caches.first = store->next;
 }
 
-bool nxCacheBudgetTake(std::uint32_t bytes, bool force) {
+bool nxCacheBudgetTake(bool force) {
     for (;;) {
-        std::uint32_t const before = caches.used.fetch_add(bytes);
-        if (before <= caches.budget && bytes <= caches.budget - before)
+        if (caches.used.fetch_add(1) < caches.budget >> nxCacheBlockShift)
             return true;
         if (force && !oldestFree())
             return true;
-        nxCacheBudgetGive(bytes);
+        nxCacheBudgetGive();
         if (!force && !oldestFree())
             return false;
     }
 }
 
-void nxCacheBudgetGive(std::uint32_t bytes) {
-    caches.used.fetch_sub(bytes);
+void nxCacheBudgetGive() {
+    caches.used.fetch_sub(1);
 }
 
 NX_CacheManager* NX_CacheManager::cacheManagerP() {
@@ -166,10 +165,10 @@ unsigned int NX_CacheManager::cacheBudget() const {
 
 void NX_CacheManager::cacheBudget(unsigned int bytes) {
     caches.budget = bytes;
-    while (caches.used > bytes && oldestFree()) {
+    while (caches.used > bytes >> nxCacheBlockShift && oldestFree()) {
     }
 }
 
 unsigned int NX_CacheManager::cacheSize() const {
-    return caches.used;
+    return nxCacheBytes(caches.used);
 }

@@ -22,9 +22,9 @@ void NXS_CacheRoom::make(unsigned int want, bool wantPage, bool force) {
         NXS_CacheStore::Guard const guard(store_.lock);
         store_.trim();
         while (qty_ + fresh < want) {
-            if (store_.budget_ - store_.bytes_ >= nxCacheBlockSize && store_.bytes_ <= store_.budget_) {
+            if (store_.blocks_ < store_.budgetBlocks()) {
                 ++fresh;
-                store_.bytes_ += nxCacheBlockSize;
+                ++store_.blocks_;
             } else if (NXS_CacheData* const data = store_.evict()) {
                 data_[qty_++] = data;
             } else {
@@ -33,15 +33,15 @@ void NXS_CacheRoom::make(unsigned int want, bool wantPage, bool force) {
         }
         if (force && qty_ + fresh == 0) {
             fresh = 1;
-            store_.bytes_ += nxCacheBlockSize;
+            ++store_.blocks_;
         }
         if (want > 1 && staging_ == nullptr)
             staging_ = std::exchange(store_.staging_, nullptr);
     }
     for (; fresh != 0; --fresh) {
-        if (!nxCacheBudgetTake(nxCacheBlockSize, force && qty_ == 0)) {
+        if (!nxCacheBudgetTake(force && qty_ == 0)) {
             NXS_CacheStore::Guard const guard(store_.lock);
-            store_.bytes_ -= fresh * nxCacheBlockSize;
+            store_.blocks_ -= fresh;
             break;
         }
         void* memory = nullptr;

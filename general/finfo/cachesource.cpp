@@ -94,12 +94,21 @@ NXS_CacheEnd NXS_CacheSource::sizeSeen(std::uint64_t real) {
         drop(block, *last); // clean: only a handle that reads makes blocks dirty
     }
     size = real;
+    ++changes;
     return {};
 }
 
 void NXS_CacheSource::endSeen(std::uint64_t end) {
     end = std::max(end, dirtyEnd); // what is dirty beyond it will make it longer
     if (end >= size)
+        return;
+    // Nor is a dirty block cut short that someone holds: what is cleared or read behind the end would show.
+    table.each([&](std::uint32_t block, NXS_CacheSlot& slot) {
+        if (slot.isDirty() && slot.data->holders != 0)
+            end = std::max(end, std::min(size, std::uint64_t{block + 1} << nxCacheBlockShift));
+        return true;
+    });
+    if (end == size)
         return;
     size = end;
     dropAll(false);

@@ -4,6 +4,8 @@
 // Everything here is used with the lock of the cache held, allocates nothing and records no errors.
 #pragma once
 
+#include <atomic>
+
 #include "general/finfo/cachetable.h"
 #include "general/platform/platform.h"
 
@@ -51,9 +53,11 @@ public:
     std::uint64_t size;         // of the file, once everything dirty is written
     std::uint64_t dirtyEnd = 0; // where the last dirty byte may lie
     std::uint32_t dirtyQty = 0; // blocks
-    std::uint64_t changes = 0;  // goes up when the file itself may have changed
-    bool stuck = false;         // the last write to the file failed
-    bool due = false;           // still to be written in this pass through the cache
+    // Goes up after the file itself may have changed, and may be read without the lock: what was read from
+    // the file after a look at it is good, with the lock held, if it is the same still.
+    std::atomic<std::uint32_t> changes{0};
+    bool stuck = false; // the last write to the file failed
+    bool due = false;   // still to be written in this pass through the cache
 
     // A handle open for that, or null.
     NXS_CacheFile* reader() const;

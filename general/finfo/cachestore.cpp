@@ -72,8 +72,8 @@ NXS_CacheData* NXS_CacheStore::evict() {
 }
 
 void NXS_CacheStore::dataFree(NXS_CacheData* data) {
-    bytes_ -= nxCacheBlockSize;
-    nxCacheBudgetGive(nxCacheBlockSize);
+    --blocks_;
+    nxCacheBudgetGive();
     void* memory = data;
     NxMemHeapFree(&memory);
 }
@@ -84,7 +84,7 @@ void NXS_CacheStore::dataGive(NXS_CacheData* data) {
 }
 
 void NXS_CacheStore::trim() {
-    while (bytes_ > budget_) {
+    while (blocks_ > budgetBlocks()) {
         NXS_CacheData* const data = evict();
         if (data == nullptr)
             return;
@@ -93,7 +93,7 @@ void NXS_CacheStore::trim() {
 }
 
 unsigned int NXS_CacheStore::aheadMost() const {
-    return std::clamp(budget_ / nxCacheBlockSize / 4, 1u, NXS_CacheRoom::most);
+    return std::clamp(budgetBlocks() / 4, 1u, NXS_CacheRoom::most);
 }
 
 bool NXS_CacheStore::flush(bool write) {

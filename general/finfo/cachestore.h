@@ -63,7 +63,8 @@ public:
 
     std::uint32_t budget() const { return budget_; }
     void budget(std::uint32_t bytes) { budget_ = bytes; }
-    std::uint32_t bytes() const { return bytes_; }
+    std::uint32_t budgetBlocks() const { return budget_ >> nxCacheBlockShift; }
+    std::uint32_t bytes() const { return nxCacheBytes(blocks_); }
     void trim();                    // down to the budget
     unsigned int aheadMost() const; // blocks that one read may fetch
 
@@ -89,7 +90,7 @@ private:
     static constexpr unsigned int victimMost = 128;
 
     std::uint32_t budget_;
-    std::uint32_t bytes_ = 0; // of all blocks: in tables, held only, or promised to a room
+    std::uint32_t blocks_ = 0; // all there are: in tables, held only, or promised to a room
     std::uint64_t clock_ = 0;
     std::uint32_t priority_ = 0; // the recency number
     NXS_CacheSource* sources_ = nullptr;
@@ -127,9 +128,9 @@ private:
     void* staging_ = nullptr;
 };
 
-// The manager's side, without a cache's lock. Take: counts bytes against the process's budget, making room in
-// whichever cache holds the oldest block; false when there is none to be made and `force` is not set.
-bool nxCacheBudgetTake(std::uint32_t bytes, bool force);
-void nxCacheBudgetGive(std::uint32_t bytes); // any time
+// The manager's side, without a cache's lock. Take: counts a block against the process's budget, making room
+// in whichever cache holds the oldest block; false when there is none to be made and `force` is not set.
+bool nxCacheBudgetTake(bool force);
+void nxCacheBudgetGive(); // any time
 void nxCacheAdd(NXS_CacheStore* store);
 void nxCacheRemove(NXS_CacheStore* store);

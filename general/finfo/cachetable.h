@@ -4,6 +4,7 @@
 // its blocks does. Pages and blocks are made by the owner of the table, outside its lock, and handed over.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "general/collm/mem.h"
@@ -15,13 +16,19 @@ inline constexpr std::uint32_t nxCachePageQty = 1u << nxCachePageShift; // place
 // Blocks from here on lie past the positions of files and are never kept.
 inline constexpr std::uint32_t nxCacheBlockMost = 1u << (31 - nxCacheBlockShift);
 
+// Blocks as bytes, as far as 32 bits go. Blocks are what is counted, so that no number of them wraps.
+inline std::uint32_t nxCacheBytes(std::uint32_t blocks) {
+    return static_cast<std::uint32_t>(
+        std::min(std::uint64_t{blocks} << nxCacheBlockShift, std::uint64_t{0xFFFFFFFF}));
+}
+
 struct NXS_CacheSlot;
 
 // The bytes of a block, apart from what is known about it.
 struct NXS_CacheData {
     NXS_CacheSlot* slot;   // where it stands; null once it belongs to its holders only
     std::uint32_t holders; // pointers to it that are out
-    alignas(16) char bytes[nxCacheBlockSize];
+    alignas(8) char bytes[nxCacheBlockSize];
 };
 
 struct NXS_CacheSlot {

@@ -107,6 +107,8 @@ int NX_FileData::readMissed(long pos, void* buf, unsigned int size) {
 
 int NX_FileData::dataReadAtEOF(long pos, void* buf, unsigned int size) {
     size = std::min(size, 0x7FFFFFFFu); // the count is returned as an int
+    if (file_->readHit(static_cast<std::uint64_t>(pos), buf, size))
+        return static_cast<int>(size);
     if (!isCached(pos, size) || !file_->reads)
         return file_->file.fileSeek(pos, NX_FileSeekStart) == -1 ? -1 : file_->file.dataReadEOF(buf, size);
     std::uint32_t done;

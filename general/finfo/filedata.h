@@ -10,8 +10,9 @@
 // Sharing: all NX_FileData of one file in one cache share its blocks and see each other's writes at once,
 // under whatever names they opened it. Others do not: what an NX_File, another cache or another process
 // writes is not seen in blocks that are in memory, until dataForget or the last NX_FileData's closing drops
-// them; and they see what was written back only. Use NX_File::fileLockAt or open modes to keep them apart.
-// Devices and pipes are not cached: the operations go to the file.
+// them; and they see what was written back only. A block is written back from its first changed byte to its
+// last, with what it holds between them. Use NX_File::fileLockAt or open modes to keep them apart.
+// Devices and pipes are not cached: the operations go to the file, and want one thread at a time.
 // Ownership: the object owns its open file. Threads: reading, writing, holding, flushing and asking may come
 // from several threads at once; closing and destroying want the object alone.
 #pragma once
@@ -80,8 +81,9 @@ public:
     void dataForget();
 
     unsigned long fileSize(); // with what is not written back yet; NX_NO_INDEX on failure
-    // Writes back all changed blocks of the file, whoever changed them (error 16625 when the disk is full,
-    // else 21060, with the name), then flushes to the disk as NX_File does; needs a file open for writing.
+    // Writes back all changed blocks of the file, whoever changed them (error 16625 when a write was cut
+    // short, else 21060, with the name), then flushes to the disk as NX_File does; needs a file open for
+    // writing.
     int fileFlush();
     // Writes back if the file is open for writing; when that fails, -1, and the file is still open and can be
     // closed again later. Else closes. 0 when closed already.

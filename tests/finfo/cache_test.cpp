@@ -299,6 +299,16 @@ TEST(Cache, ReadsThatFollowEachOtherFetchSeveralBlocks) {
         byteAt(file, n * 37 % 64);
     EXPECT_EQ(reads, 30); // and these one each
     EXPECT_EQ(cache.cacheSize(), 30 * block);
+
+    // Neither is a block read twice when another one is written to make room for it.
+    NX_Cache small(4 * block);
+    NX_FileData writer("ahead.bin", File::modeReadWrite, &small);
+    diskFull = false;
+    reads = 0;
+    for (unsigned int n = 0; n < 30; ++n)
+        EXPECT_EQ(writer.dataWriteAt(static_cast<long>(n * 37 % 64 * block + 5), "x", 1), 0);
+    EXPECT_EQ(reads, 30);
+    EXPECT_EQ(writes, 26);
 }
 
 #endif

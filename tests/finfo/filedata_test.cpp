@@ -224,6 +224,20 @@ TEST(FileData, SharesByFileAndForgetsOnDemand) {
     EXPECT_EQ(two.dataReadAtEOF(98, buffer, 8), 2);
 }
 
+// A block that was not in memory has what others put there, also where this side only writes.
+TEST(FileData, WritingFindsWhatOthersHaveAppended) {
+    nxFileMake("grown.bin", "start");
+    NX_FileData file("grown.bin", File::modeReadWrite);
+    std::string expected = text(3 * block, 4);
+    nxFileMake("grown.bin", expected);
+    for (unsigned int const pos : {2 * block, block + 7, 2 * block + 99}) {
+        EXPECT_EQ(file.dataWriteAt(static_cast<long>(pos), "WXYZ", 4), 0);
+        expected.replace(pos, 4, "WXYZ");
+    }
+    EXPECT_EQ(file.fileClose(), 0);
+    EXPECT_EQ(nxFileContent("grown.bin"), expected);
+}
+
 TEST(FileData, EmptyingDropsWhatIsNotWritten) {
     nxFileMake("trunc.bin", text(3 * block, 2));
     NX_FileData one("trunc.bin", File::modeReadWrite);
@@ -281,6 +295,20 @@ TEST(FileData, HeldBytesOutliveEverything) {
         EXPECT_EQ(late.dataPConst(), nullptr);
         EXPECT_EQ(file.fileClose(), 0);
         EXPECT_GE(cache.cacheSize(), block);
+    }
+    { // also when others cut the file short and it grows again, dirty or not
+        for (bool const dirty : {true, false}) {
+            nxFileMake("held.bin", content);
+            NX_FileData file("held.bin", File::modeReadWrite);
+            if (dirty) {
+                EXPECT_EQ(file.dataWriteAt(0, content.data(), 5), 0);
+            }
+            EXPECT_EQ(file.dataHoldAt(0, held), static_cast<int>(block));
+            std::filesystem::resize_file("held.bin", 3);
+            EXPECT_GE(file.fileSize(), 3u);
+            EXPECT_EQ(file.dataWriteAt(2 * block, "far", 3), 0);
+            EXPECT_EQ(std::string(held.dataPConst(), held.dataSize()), content.substr(0, block));
+        }
     }
     held = NX_FileDataPtr();
     EXPECT_EQ(std::string(copy.dataPConst(), copy.dataSize()), content.substr(100, block - 100));
