@@ -118,9 +118,9 @@ int imageFile(NX_ResDesc const& desc, NX_ResData const& data, NX_ByteVec& file) 
     bool const isIcon = type == iconTypeIcon;
     put(file, 0, 2);
     put(file, static_cast<unsigned int>(type), 2);
-    put(file, 1, 2);                  // image
-    put(file, image.imageWidth(), 1); // 0 stands for 256
-    put(file, image.imageHeight(), 1);
+    put(file, 1, 2); // image
+    for (unsigned int const side : {image.imageWidth(), image.imageHeight()})
+        put(file, side < 256 ? side : 0, 1); // 0 stands for 256 and more
     put(file, image.imageDepth() < 8 ? 1u << image.imageDepth() : 0, 2);
     put(file, isIcon ? 1 : static_cast<unsigned int>(image.hotX()), 2);
     put(file, isIcon ? image.imageDepth() : static_cast<unsigned int>(image.hotY()), 2);
@@ -132,7 +132,7 @@ int imageFile(NX_ResDesc const& desc, NX_ResData const& data, NX_ByteVec& file) 
 
 // The texts of a block, one on a line behind its id.
 int textFile(NX_ResLib const& lib, NX_ResDesc const& desc, NX_ByteVec& file) {
-    char text[4096];
+    char text[0x10000];
     NX_StringA line;
     int const first = (desc.resId() - 1) * static_cast<int>(textsPerBlock);
     for (int id = first; id < first + static_cast<int>(textsPerBlock); ++id) {

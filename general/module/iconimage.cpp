@@ -85,9 +85,10 @@ int NX_IconEntryVec::iconRead(unsigned char const* data, unsigned int size, NX_I
             entry.width = bytes.u8(at) != 0 ? bytes.u8(at) : 256;
             entry.height = bytes.u8(at + 1) != 0 ? bytes.u8(at + 1) : 256;
             entry.colors = bytes.u8(at + 2);
-        } else { // the height counts image and mask
+        } else { // the height counts image and mask, but some makers leave the mask out
             entry.width = bytes.u16(at);
-            entry.height = bytes.u16(at + 2) / 2;
+            entry.height = bytes.u16(at + 2);
+            entry.height /= entry.height != entry.width ? 2 : 1;
         }
         entry.depth = bytes.u16(at + 6);
         if (entry.depth == 0)

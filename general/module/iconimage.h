@@ -57,7 +57,7 @@ private:
 // One entry of a group, as its maker filled it in; the image itself is what counts.
 struct NX_IconEntry {
     std::uint32_t width;  // pixels
-    std::uint32_t height; // pixels
+    std::uint32_t height; // pixels; of a cursor half of what is filled in, unless that equals the width
     std::uint32_t depth;  // bits a pixel; worked out of the number of colours where only that is given
     std::uint32_t colors; // entries of the colour table; 0: 256 or more, or none
     std::uint32_t size;   // bytes of the image's resource

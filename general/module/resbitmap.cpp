@@ -39,10 +39,13 @@ int NX_ResBitmap::imagePixels(NX_Image& image) const {
 HBITMAP NX_ResBitmap::resHand() const {
     auto const make = [](void const* object) {
         auto const& self = *static_cast<NX_ResBitmap const*>(object);
-        HINSTANCE const module = self.sysModule();
-        HBITMAP const hand =
-            module != nullptr ? LoadBitmapA(module, self.sysName()) : bitmapCreateSys(self.dib_);
-        return NXS_ResHand::Made{hand, bitmapRelease};
+        if (HINSTANCE const module = self.sysModule(); module != nullptr)
+            return NXS_ResHand::Made{LoadBitmapA(module, self.sysName()), bitmapRelease};
+        // The system is not told where the bytes end, and codes may run on: they are gone through first.
+        NX_Image image;
+        if (self.dib_.imageIsPacked() != 0 && self.imagePixels(image) != 0)
+            return NXS_ResHand::Made{nullptr, nullptr, true};
+        return NXS_ResHand::Made{bitmapCreateSys(self.dib_), bitmapRelease};
     };
     return static_cast<HBITMAP>(resHandP(make));
 }

@@ -13,10 +13,16 @@ char const sourceFile[] = "general/module/resicon";
 constexpr unsigned int fileHeaderSize = 6;
 constexpr unsigned int fileEntrySize = 16;
 constexpr std::uint64_t fileSizeMax = 64u << 20;
+constexpr unsigned int fileImagesMax = 1024; // each is looked for
 constexpr DWORD iconVersion = 0x00030000;
 
 void iconRelease(void* hand) {
     DestroyIcon(static_cast<HICON>(hand));
+}
+
+// A side of an image in a file. 0 stands for 256 and more.
+unsigned int sideByte(unsigned int side) {
+    return side < 256 ? side : 0;
 }
 
 unsigned int sizeSys(unsigned int wanted, int metric) {
@@ -24,6 +30,19 @@ unsigned int sizeSys(unsigned int wanted, int metric) {
 }
 
 } // namespace
+
+int NX_ResIconImage::imagePixels(NX_Image& image) const {
+    int const error = NX_IconImage::imagePixels(image);
+    return error != 0 ? imageRaise(error, __LINE__) : 0;
+}
+
+int NX_ResIconImage::imageRaise(int error, unsigned int line) const {
+    if (error == errorNumSystem)
+        NxErrorTypeOfSys(ERROR_NOT_SUPPORTED); // the generic error records it as S
+    NxERROR(error, sourceFile, line);
+    NxErrorBufFileName(data_.resLib().resLibName());
+    return NxErrorBufValue(id_);
+}
 
 NX_ResIconGroup::NX_ResIconGroup(NX_ResLib const& lib, NX_IconType type, NX_ResKey const& key)
     : NX_ResObject(lib, type == iconTypeIcon ? resTypeIconGroup : resTypeCursorGroup, key), type_(type) {
@@ -38,18 +57,16 @@ unsigned int NX_ResIconGroup::iconBest(unsigned int width, unsigned int height, 
 }
 
 int NX_ResIconGroup::imageLoad(NX_ResIconImage& image, unsigned int entry) const {
-    int const id = entries_[entry].id;
     NX_ResDesc desc;
     NX_ResIconImage made;
-    if (resLib().resDescFind(desc, type_ == iconTypeIcon ? resTypeIcon : resTypeCursor, id) != 0 ||
+    made.id_ = entries_[entry].id;
+    if (resLib().resDescFindNear(desc, type_ == iconTypeIcon ? resTypeIcon : resTypeCursor, made.id_,
+                                 resDesc().resLang()) != 0 ||
         resLib().resDataLoad(made.data_, desc) != 0)
         return -1;
     int const error = made.imageOpen(made.data_.dataP(), made.data_.dataSize(), type_);
-    if (error != 0) {
-        NxERROR(error, sourceFile, __LINE__);
-        NxErrorBufFileName(resLib().resLibName());
-        return NxErrorBufValue(id);
-    }
+    if (error != 0)
+        return made.imageRaise(error, __LINE__);
     image = made;
     return 0;
 }
@@ -91,6 +108,8 @@ int NX_ResIconGroup::fileData(NX_ByteVec& file) const {
     if (resIsOk() == 0)
         return resResult(errorNum());
     unsigned int const qty = entries_.itemQty();
+    if (qty > fileImagesMax)
+        return resResult(errorNumImage);
     std::vector<NX_ResIconImage> images(qty);
     std::uint64_t size = fileHeaderSize + std::uint64_t{qty} * fileEntrySize;
     unsigned int at = static_cast<unsigned int>(size); // of the next image
@@ -108,8 +127,8 @@ int NX_ResIconGroup::fileData(NX_ByteVec& file) const {
     for (unsigned int n = 0; n < qty; ++n) {
         NX_IconEntry const& entry = entries_[n];
         NX_ResIconImage const& image = images[n];
-        put.u8(entry.width < 256 ? entry.width : 0); // 0 means 256
-        put.u8(entry.height < 256 ? entry.height : 0);
+        put.u8(sideByte(image.imageWidth()));
+        put.u8(sideByte(image.imageHeight()));
         put.u8(entry.colors == 0 && entry.depth < 8 ? 1u << entry.depth : entry.colors);
         put.u8(0);
         put.u16(type_ == iconTypeIcon ? 1 : static_cast<unsigned int>(image.hotX()));

@@ -13,10 +13,16 @@ class NX_EXPORT NX_ResIconImage : public NX_IconImage {
 public:
     NX_ResData const& resData() const { return data_; } // the bytes of the image's own resource
 
+    // Decodes as NX_IconImage::imagePixels does. 0; -1 with `image` unchanged and V the image's id.
+    int imagePixels(NX_Image& image) const;
+
 private:
     friend class NX_ResIconGroup;
 
+    int imageRaise(int error, unsigned int line) const;
+
     NX_ResData data_;
+    int id_ = 0;
 };
 
 class NX_EXPORT NX_ResIconGroup : public NX_ResObject {
@@ -27,8 +33,9 @@ public:
     // system shows icons or cursors. NX_NO_INDEX when the object is not good.
     unsigned int iconBest(unsigned int width = 0, unsigned int height = 0, unsigned int depth = 32) const;
 
-    // Loads the image of an entry. 0; -1 with `image` unchanged and V the image's id: 14498, 22749. REQUIRES:
-    // entry < iconEntries().itemQty().
+    // Loads the image of an entry, in the group's own language if there is one, as the same id may be
+    // another picture in another language. 0; -1 with `image` unchanged and V the image's id: 14498, 22749,
+    // 21060. REQUIRES: entry < iconEntries().itemQty().
     int imageLoad(NX_ResIconImage& image, unsigned int entry) const;
 
     // The system's icon or cursor in its usual size. What the system loads from a module it keeps itself, and
@@ -39,8 +46,9 @@ public:
     // with DestroyIcon. Null on failure. REQUIRES: as imageLoad.
     HICON imageHandSys(unsigned int entry) const;
 
-    // The bytes of an icon or cursor file with all images. 0; -1 with `file` unchanged: 14498 or 22749 for an
-    // image that is missing or damaged (V its id), 22749 also for a file of more than 64 MiB.
+    // The bytes of an icon or cursor file with all images, whose sizes are those of the images themselves. 0;
+    // -1 with `file` unchanged: as imageLoad for an image that is missing or damaged, 22749 also for a file
+    // of more than 64 MiB or 1024 images.
     int fileData(NX_ByteVec& file) const;
 
 protected:

@@ -98,7 +98,7 @@ bool NXS_ResImage::isNamed(NXS_ResName const& name, Key const& key) const {
     return true;
 }
 
-unsigned int NXS_ResImage::find(Key const& type, Key const& id, int lang) const {
+unsigned int NXS_ResImage::find(Key const& type, Key const& id, int lang, bool isLangOnly) const {
     unsigned int best = NX_NO_INDEX;
     unsigned int bestRank = NX_NO_INDEX;
     NXS_ResEntry const* const entries = entries_.dataPConst();
@@ -113,10 +113,11 @@ unsigned int NXS_ResImage::find(Key const& type, Key const& id, int lang) const 
             idMatches = isNamed(entry.id, id);
         if (!typeMatches || !idMatches)
             continue;
-        if (lang != -1) {
-            if (entry.lang == static_cast<std::uint32_t>(lang))
-                return n;
-        } else if (unsigned int const rank = langRank(entry.lang); rank < bestRank) {
+        if (lang != -1 && entry.lang == static_cast<std::uint32_t>(lang))
+            return n;
+        if (lang != -1 && isLangOnly)
+            continue;
+        if (unsigned int const rank = langRank(entry.lang); rank < bestRank) {
             best = n;
             bestRank = rank;
         }

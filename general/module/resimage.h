@@ -72,7 +72,7 @@ public:
         std::uint32_t number = 0;
         NX_StringA text;
     };
-    unsigned int find(Key const& type, Key const& id, int lang) const;
+    unsigned int find(Key const& type, Key const& id, int lang, bool isLangOnly = true) const;
 
     // The text resource `id` as 8-bit text: how many characters it has, at most `room` of them in `buffer`.
     unsigned int textLoad(char* buffer, unsigned int room, unsigned int id) const;

@@ -117,8 +117,15 @@ public:
     int resDescFind(NX_ResDesc& found, NX_StringA const& type, int id, int lang = -1) const;
     int resDescFind(NX_ResDesc& found, NX_StringA const& type, NX_StringA const& name, int lang = -1) const;
 
-    // The bytes of a resource of this library. A description from another library stands for the resource of
-    // the same type, id and language here. 0; -1 with `data` unchanged, as resDescFind.
+    // The same by numbers; `lang` is only preferred: without a resource in it, the one is found that -1
+    // finds.
+    int resDescFindNear(NX_ResDesc& found, int type, int id, int lang) const;
+
+    // The resource described, also when its name is one that cannot be told from another's or from none. A
+    // description from another library stands for the resource of the same type, id and language here.
+    int resDescFind(NX_ResDesc& found, NX_ResDesc const& desc) const;
+
+    // The bytes of a resource, which is found as above. 0; -1 with `data` unchanged, as resDescFind.
     int resDataLoad(NX_ResData& data, NX_ResDesc const& desc) const;
 
 private:
@@ -132,5 +139,5 @@ private:
     NXS_ResImage const* imageP() const;
     static void descSet(NX_ResDesc& desc, NXS_ResImage const& image, unsigned int n,
                         NXS_ResEntry const* last);
-    int descFind(NX_ResDesc& found, Key const& type, Key const& id, int lang) const;
+    int descFind(NX_ResDesc& found, Key const& type, Key const& id, int lang, bool isLangOnly = true) const;
 };

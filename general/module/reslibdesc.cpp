@@ -98,11 +98,11 @@ int NX_ResLib::resDescs(NX_ResDescVec& list, int type) const {
     return 0;
 }
 
-int NX_ResLib::descFind(NX_ResDesc& found, Key const& type, Key const& id, int lang) const {
+int NX_ResLib::descFind(NX_ResDesc& found, Key const& type, Key const& id, int lang, bool isLangOnly) const {
     NXS_ResImage const* const image = imageP();
     if (image == nullptr)
         return -1;
-    unsigned int const n = image->find(type.image(), id.image(), lang);
+    unsigned int const n = image->find(type.image(), id.image(), lang, isLangOnly);
     if (n != NX_NO_INDEX) {
         descSet(found, *image, n, nullptr);
         return 0;
@@ -128,20 +128,31 @@ int NX_ResLib::resDescFind(NX_ResDesc& found, NX_StringA const& type, NX_StringA
     return descFind(found, type, name, lang);
 }
 
-int NX_ResLib::resDataLoad(NX_ResData& data, NX_ResDesc const& desc) const {
+int NX_ResLib::resDescFindNear(NX_ResDesc& found, int type, int id, int lang) const {
+    return descFind(found, type, id, lang, false);
+}
+
+int NX_ResLib::resDescFind(NX_ResDesc& found, NX_ResDesc const& desc) const {
     NXS_ResImage const* const image = imageP();
     if (image == nullptr)
         return -1;
-    NX_ResDesc own;
-    unsigned int n = desc.index_;
-    if (n < image->entries().itemQty())
-        descSet(own, *image, n, nullptr);
-    if (n >= image->entries().itemQty() || !own.isSame(desc)) {
-        if (descFind(own, {desc.type_, desc.typeName_}, {desc.id_, desc.name_}, desc.lang_) != 0)
-            return -1;
-        n = own.index_;
+    if (desc.index_ < image->entries().itemQty()) {
+        NX_ResDesc own;
+        descSet(own, *image, desc.index_, nullptr);
+        if (own.isSame(desc)) {
+            found = own;
+            return 0;
+        }
     }
-    NXS_ResEntry const& entry = image->entries()[n];
+    return descFind(found, {desc.type_, desc.typeName_}, {desc.id_, desc.name_}, desc.lang_);
+}
+
+int NX_ResLib::resDataLoad(NX_ResData& data, NX_ResDesc const& desc) const {
+    NX_ResDesc own;
+    if (resDescFind(own, desc) != 0)
+        return -1;
+    NXS_ResImage const* const image = imageP();
+    NXS_ResEntry const& entry = image->entries()[own.index_];
     data.lib_ = *this;
     data.data_ = image->dataP(entry);
     data.size_ = entry.size;

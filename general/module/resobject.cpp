@@ -37,7 +37,8 @@ NXS_ResHand::Made NXS_ResHand::handGet(Made (*make)(void const*), void const* co
 }
 
 NX_ResObject::NX_ResObject(NX_ResLib const& lib, int type, NX_ResKey const& key) : lib_(lib), key_(key) {
-    int const result = key.resName().itemQty() != 0
+    int const result = key.resDesc().resType() == type ? lib.resDescFind(desc_, key.resDesc())
+                       : key.resName().itemQty() != 0
                            ? lib.resDescFind(desc_, type, key.resName(), key.resLang())
                            : lib.resDescFind(desc_, type, key.resId(), key.resLang());
     if (result != 0 || lib.resDataLoad(data_, desc_) != 0)
@@ -50,6 +51,7 @@ void NX_ResObject::resDecoded(int error) {
     if (error == 0)
         return;
     resResult(error);
+    desc_ = NX_ResDesc();
     data_ = NX_ResData();
     error_ = error;
 }

@@ -23,16 +23,19 @@ public:
     NX_ResKey(int id, int lang = -1) : id_(id), lang_(lang) {}
     NX_ResKey(char const* name, int lang = -1) : name_(name), lang_(lang) {}
     NX_ResKey(NX_StringA const& name, int lang = -1) : name_(name), lang_(lang) {}
-    NX_ResKey(NX_ResDesc const& desc) : name_(desc.resName()), id_(desc.resId()), lang_(desc.resLang()) {}
+    NX_ResKey(NX_ResDesc const& desc)
+        : name_(desc.resName()), id_(desc.resId()), lang_(desc.resLang()), desc_(desc) {}
 
     NX_StringA const& resName() const { return name_; } // empty: the number counts
     int resId() const { return id_; }
     int resLang() const { return lang_; }
+    NX_ResDesc const& resDesc() const { return desc_; } // as given, else no resource
 
 private:
     NX_StringA name_;
     std::int32_t id_ = 0;
     std::int32_t lang_;
+    NX_ResDesc desc_;
 };
 
 class NXS_ResHandRep;

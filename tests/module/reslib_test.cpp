@@ -61,6 +61,8 @@ TEST(ResLib, FindsByNumberNameAndLanguage) {
     EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 5) == 0 && desc.resLang() == 0x409)
         << "English before German";
     EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 5, 0x407) == 0 && desc.resSize() == 11);
+    EXPECT_TRUE(lib.resDescFindNear(desc, resTypeData, 5, 0x407) == 0 && desc.resLang() == 0x407);
+    EXPECT_TRUE(lib.resDescFindNear(desc, resTypeData, 5, 0x40C) == 0 && desc.resLang() == 0x409);
     EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 6) == 0 && desc.resLang() == 0x407)
         << "the first, lacking both";
     EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 7) == 0 && desc.resLang() == 0);

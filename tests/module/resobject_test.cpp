@@ -74,6 +74,76 @@ TEST_F(ResObject, IconsAndCursorsGoBackIntoTheirFiles) {
     }
 }
 
+// The module of the tests with a change: `with` in the place of `what`, which it has once.
+std::string patched(std::string const& what, std::string const& with) {
+    std::string bytes = nxFileContent(nxResTestPath("resources.dll").c_str());
+    EXPECT_EQ(bytes.find(what), bytes.rfind(what));
+    return bytes.replace(bytes.find(what), with.size(), with);
+}
+
+TEST_F(ResObject, FilesHaveTheSizesOfTheImages) {
+    for (int const height : {16, 32, 64}) { // 16 is not doubled
+        lib.resLibClose();                  // so that the next file is read whatever its time
+        nxFileMake("height.dll",
+                   patched(nxHex("00000200 0100 1000 2000"),
+                           nxHex("00000200 0100 1000") + nxLe(static_cast<unsigned int>(height), 2)));
+        open("height.dll");
+        NX_ResCursor const cursor(lib, "POINTER");
+        NX_ByteVec file;
+        EXPECT_EQ(cursor.iconEntries()[0].height, height == 64 ? 32u : 16u);
+        EXPECT_EQ(cursor.fileData(file), 0);
+        EXPECT_EQ(textOf(file), nxFileContent(nxResTestPath("spot.cur").c_str())) << height;
+    }
+    std::string const png =
+        nxHex("89504E470D0A1A0A 0000000D 49484452 0000012C 00000080 08 06 000000 00000000");
+    nxFileMake("png.ico", nxHex("0000 0100 0100 20200000 0100 2000 21000000 16000000") + png);
+    open("png.ico");
+    NX_ResIcon const icon(lib, 1);
+    NX_ResIconImage image;
+    NX_Image pixels;
+    NX_ByteVec file;
+    ASSERT_TRUE(icon.imageLoad(image, 0) == 0 && icon.fileData(file) == 0);
+    EXPECT_EQ(textOf(file).substr(6, 2), nxHex("0080")) << "256 or more, 128";
+    EXPECT_TRUE(image.imagePixels(pixels) == -1 && NxErrorNum() == errorNumSystem);
+    EXPECT_TRUE(NxErrorBuf().strStrFirst("S=50") != NX_NO_INDEX &&
+                NxErrorBuf().strStrFirst("V=1") != NX_NO_INDEX)
+        << NxErrorBuf();
+}
+
+// Makers of modules count the images' ids anew in each language.
+TEST_F(ResObject, ImagesInTheLanguageOfTheirGroup) {
+    std::string const two = nxHex("0000 0200 01000000"); // the directory of icons 1 and 2
+    std::string bytes = patched(two, two);
+    auto const number = [&bytes](std::size_t at) {
+        return nxBytes(bytes)[at] + 256u * nxBytes(bytes)[at + 1];
+    };
+    std::size_t const at = bytes.find(two) + 4;
+    std::size_t const lang = number(bytes.find(".rsrc") + 20) + number(at + 4) + 16;
+    ASSERT_TRUE(number(at + 8) == 2 && number(lang) == 0x409);
+    bytes.replace(lang, 2, 2, '\0'); // 1, neutral; 1, of the group's language
+    bytes[at + 8] = 1;
+    nxFileMake("langs.dll", bytes);
+    open("langs.dll");
+    NX_ResIcon const icon(lib, 1);
+    NX_ResIconImage image;
+    EXPECT_TRUE(icon.imageLoad(image, 0) == 0 && image.imageWidth() == 16);
+    EXPECT_TRUE(icon.imageLoad(image, 1) == -1 && NxErrorNum() == errorNumResLibNotFound);
+}
+
+// What is in the list can be decoded, even under a name nobody can ask for.
+TEST_F(ResObject, TheOneDescribed) {
+    for (char const* name : {"0700 2300", "0000 5000"}) { // "#OINTER", and nothing
+        lib.resLibClose();
+        nxFileMake("name.dll", patched(nxHex("0700 5000 4F00 4900"), nxHex(name)));
+        open("name.dll");
+        NX_ResDescVec list;
+        ASSERT_TRUE(lib.resDescs(list, resTypeCursorGroup) == 0 && list.itemQty() == 1);
+        EXPECT_EQ(NX_ResCursor(lib, list[0].resName()).resIsOk(), 0) << name;
+        NX_ResCursor const cursor(lib, list[0]);
+        EXPECT_TRUE(cursor.resIsOk() == 1 && cursor.iconEntries().itemQty() == 1) << name;
+    }
+}
+
 std::string linesOf(NX_MenuItemVec const& items) {
     std::string lines;
     for (unsigned int n = 0; n < items.itemQty(); ++n) {
@@ -132,6 +202,7 @@ TEST_F(ResObject, DamageInAFileThatOpens) {
     nxFileMake("damaged.bmp", bitmap);
     open("damaged.bmp");
     EXPECT_EQ(NX_ResBitmap(lib, 1).errorNum(), errorNumImage);
+    EXPECT_EQ(NX_ResBitmap(lib, 1).resDesc().resType(), resTypeNone);
     std::string const details = NxErrorBuf().dataPConst();
     EXPECT_TRUE(details.find("damaged.bmp") != std::string::npos && details.find(" V=1") != std::string::npos)
         << details;
@@ -145,6 +216,21 @@ TEST_F(ResObject, DamageInAFileThatOpens) {
     EXPECT_TRUE(half.resIsOk() == 1 && half.imageLoad(image, 1) == 0);
     EXPECT_TRUE(half.imageLoad(image, 0) == -1 && NxErrorNum() == errorNumImage && image.imageWidth() == 16);
     EXPECT_TRUE(half.fileData(file) == -1 && file.itemQty() == 0);
+    std::string const codes = nxDibHead(4, 2, 8, 1, 1, 40, 2) + nxHex("00000000 0400");
+    nxFileMake("codes.bmp", "BM" + nxLe(0, 8) + nxLe(14 + 44, 4) + codes);
+    open("codes.bmp");
+    NX_ResBitmap const packed(lib, 1);
+    EXPECT_TRUE(packed.resIsOk() == 1 && packed.resHand() == nullptr && NxErrorNum() == errorNumImage);
+    unsigned int const qty = 1025;
+    std::string many = nxHex("0000 0100") + nxLe(qty, 2);
+    std::string const one = nxDibHead(1, 2, 32) + nxHex("00000000");
+    for (unsigned int n = 0; n < qty; ++n)
+        many += nxHex("01010000 0100 2000 2C000000") + nxLe(6 + 16 * qty, 4);
+    for (unsigned int n = 0; n < qty; ++n)
+        many += one;
+    nxFileMake("many.ico", many);
+    open("many.ico");
+    EXPECT_TRUE(NX_ResIcon(lib, 1).fileData(file) == -1 && NxErrorNum() == errorNumImage);
 }
 
 TEST_F(ResObject, ObjectsKeepTheirLibrary) {
