@@ -5,8 +5,8 @@
 //
 // Writing: bytes written are in the cache until they are written back, by fileFlush, fileClose or
 // NX_Cache::cacheWrite, or when their block gives way to another. Only then a full disk shows. A write-back
-// that fails loses nothing: the bytes stay, and the next one may succeed. A file opened for writing only
-// writes at once.
+// that fails loses nothing: the bytes stay, and the next one may succeed. What is neither written back nor
+// closed when the process ends is lost. A file opened for writing only writes at once.
 // Sharing: all NX_FileData of one file in one cache share its blocks and see each other's writes at once,
 // under whatever names they opened it. Others do not: what an NX_File, another cache or another process
 // writes is not seen in blocks that are in memory, until dataForget or the last NX_FileData's closing drops

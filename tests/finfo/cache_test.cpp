@@ -5,6 +5,8 @@
 #include <fstream>
 #include <memory>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "general/collm/mem.h"
 #include "general/error/errorman.h"
@@ -108,6 +110,13 @@ TEST(Cache, AFlushTakesTheLeastRecentlyUsedCacheFirst) {
     NX_FileData one("flush.bin", File::modeReadWrite, &first);
     NX_FileData two("flush.bin", File::modeRead, &second);
     readAll(one, "73");
+    NX_Cache held;
+    NX_Cache heldToo;
+    NX_FileData holder("flush.bin", File::modeRead, &held);
+    NX_FileData holderToo("flush.bin", File::modeRead, &heldToo);
+    NX_FileDataPtr pointers[2];
+    EXPECT_GT(holder.dataHoldAt(0, pointers[0]), 0); // the oldest two have nothing to give
+    EXPECT_GT(holderToo.dataHoldAt(0, pointers[1]), 0);
     readAll(two, "64");
     readAll(one, "1");
     EXPECT_EQ(one.dataWriteAt(5 * block, "dirty", 5), 0);
@@ -193,9 +202,15 @@ ssize_t writeAt(int file, void const* buffer, std::size_t size, std::int64_t at)
     return -1;
 }
 
+void (*afterRead)(); // called once
+NX_Cache* raceCache;
+
 ssize_t readAt(int file, void* buffer, std::size_t size, std::int64_t at) {
     ++reads;
-    return ::pread64(file, buffer, size, at);
+    ssize_t const done = ::pread64(file, buffer, size, at);
+    if (auto const call = std::exchange(afterRead, nullptr))
+        call();
+    return done;
 }
 
 class Seam : NXS_SeamScope {
@@ -270,17 +285,60 @@ TEST(Cache, UnwrittenDataOutlivesFileAndCache) {
     nxFileMake("orphan.bin", "");
     Seam const seam;
     {
-        NX_Cache cache;
+        NX_Cache cache(block);
         NX_FileData file("orphan.bin", File::modeReadWrite, &cache);
-        EXPECT_EQ(file.dataWriteAt(1, "data", 4), 0);
+        EXPECT_EQ(file.dataWriteAt(block + 1, "data", 4), 0);
+        char buffer[] = "there";
+        EXPECT_EQ(file.dataReadAt(7, buffer, 5), 0); // no room, and not in the file yet
+        EXPECT_EQ(std::string(buffer, 5), std::string(5, '\0'));
     }
     EXPECT_EQ(manager->cacheWrite(), -1);
     EXPECT_EQ(nxFileContent("orphan.bin"), "");
     diskFull = false;
     EXPECT_EQ(manager->cacheWrite(), 0);
-    EXPECT_EQ(nxFileContent("orphan.bin"), std::string("\0data", 5));
+    EXPECT_EQ(nxFileContent("orphan.bin"), std::string(block + 1, '\0') + "data");
     EXPECT_EQ(manager->cacheSize(), 0u);
     EXPECT_EQ(File("orphan.bin", File::modeRead | File::modeExclusive).errorNum(), 0);
+}
+
+TEST(Cache, ManyBlocksGoInOrder) {
+    constexpr unsigned int budget = 200;
+    nxFileMake("many.bin", std::string(400 * block, 'o'));
+    NX_Cache cache(budget * block);
+    NX_FileData file("many.bin", File::modeRead, &cache);
+    Seam const seam;
+    std::vector<unsigned int> order; // the model: most recently used last
+    int misses = 0;
+    for (unsigned int n = 0, random = 1; n < 4000; ++n) {
+        random = random * 1103515245 + 12345;
+        unsigned int const number = (random >> 16) % (n / 10 + 5) % 400;
+        if (std::erase(order, number) == 0)
+            ++misses;
+        order.push_back(number);
+        if (order.size() > budget)
+            order.erase(order.begin());
+        NX_FileDataPtr held; // fetches no more than its block
+        EXPECT_GT(file.dataHoldAt(static_cast<long>(number * block), held), 0);
+        ASSERT_EQ(reads, misses) << n;
+    }
+}
+
+TEST(Cache, WhatChangesWhileItIsReadIsReadAgain) {
+    nxFileMake("race.bin", std::string(2 * block, 'o'));
+    NX_Cache cache(2 * block);
+    NX_FileData file("race.bin", File::modeRead, &cache);
+    Seam const seam;
+    diskFull = false;
+    afterRead = [] { // another handle writes, and its block leaves the cache at once
+        NX_FileData other("race.bin", File::modeReadWrite, raceCache);
+        EXPECT_EQ(other.dataWriteAt(5, "new", 3), 0);
+        EXPECT_EQ(raceCache->cacheWrite(), 0);
+        other.dataForget();
+    };
+    raceCache = &cache;
+    char buffer[4] = {};
+    EXPECT_EQ(file.dataReadAt(5, buffer, 3), 0);
+    EXPECT_STREQ(buffer, "new");
 }
 
 TEST(Cache, ReadsThatFollowEachOtherFetchSeveralBlocks) {

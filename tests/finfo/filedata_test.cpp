@@ -222,6 +222,19 @@ TEST(FileData, SharesByFileAndForgetsOnDemand) {
     std::filesystem::resize_file("share.bin", 100);
     EXPECT_EQ(two.fileSize(), 100u);
     EXPECT_EQ(two.dataReadAtEOF(98, buffer, 8), 2);
+    nxFileMake("share.bin", std::string(2 * block, '2'));
+    EXPECT_EQ(two.dataReadAt(2 * block - 2, buffer, 2), 0);
+    EXPECT_EQ(std::string(buffer, 2), "22"); // nothing of the time before
+
+    // A block that has been changed outlives the cutting off of its end.
+    NX_FileData writer("share.bin", File::modeReadWrite, &other);
+    writer.dataForget();
+    EXPECT_EQ(writer.dataWriteAt(10, "x", 1), 0);
+    std::filesystem::resize_file("share.bin", 12);
+    EXPECT_EQ(writer.fileSize(), 12u);
+    EXPECT_EQ(writer.dataWriteAt(14, "y", 1), 0);
+    EXPECT_EQ(writer.fileClose(), 0);
+    EXPECT_EQ(nxFileContent("share.bin"), "2222222222x2" + std::string(2, '\0') + "y");
 }
 
 // A block that was not in memory has what others put there, also where this side only writes.
