@@ -132,7 +132,7 @@ TEST_F(ResObject, ImagesInTheLanguageOfTheirGroup) {
 
 // What is in the list can be decoded, even under a name nobody can ask for.
 TEST_F(ResObject, TheOneDescribed) {
-    for (char const* name : {"0700 2300", "0000 5000"}) { // "#OINTER", and nothing
+    for (char const* name : {"0200 2300 3100", "0000 5000"}) { // "#1", and nothing
         lib.resLibClose();
         nxFileMake("name.dll", patched(nxHex("0700 5000 4F00 4900"), nxHex(name)));
         open("name.dll");
