@@ -12,55 +12,43 @@ DWORD position(HANDLE file) {
 
 TEST(PlatformFile, readsAndWrites) {
     nxFileMake("f", "0123456789");
-    HANDLE const file = fileOpen("f", GENERIC_READ | GENERIC_WRITE);
-    HANDLE const other = fileOpen("f", GENERIC_READ);
+    NXS_Opened const file("f", GENERIC_READ | GENERIC_WRITE), other("f", GENERIC_READ);
     DWORD done = 99;
     SetLastError(777);
-    EXPECT_EQ(fileRead(file, 4), "0123");
-    EXPECT_EQ(fileRead(file, 20), "456789");
-    EXPECT_EQ(fileRead(file, 20), "");
+    for (char const* read : {"0123", "4567", "89", ""})
+        EXPECT_EQ(fileRead(file, 4), read);
     OVERLAPPED where = fileAt(3);
     EXPECT_EQ(fileRead(file, 2, &where), "34");
     EXPECT_EQ(position(file), 5u); // after the transfer
     where = fileAt(12);
-    ASSERT_TRUE(WriteFile(file, "ab", 2, &done, &where));
-    EXPECT_EQ(done, 2u);
+    EXPECT_TRUE(WriteFile(file, "ab", 2, &done, &where) && done == 2);
     EXPECT_TRUE(position(file) == 14 && position(other) == 0);
     EXPECT_EQ(fileRead(other, 20), std::string("0123456789\0\0ab", 14));
     EXPECT_TRUE(ReadFile(file, nullptr, 0, &done, nullptr));
     EXPECT_EQ(SetFilePointer(file, 50, nullptr, FILE_BEGIN), 50u);
-    EXPECT_TRUE(WriteFile(file, nullptr, 0, &done, nullptr));
+    EXPECT_TRUE(WriteFile(file, nullptr, 0, &done, nullptr) && FlushFileBuffers(file));
     EXPECT_EQ(SetFilePointer(other, 0, nullptr, FILE_END), 14u);
-    EXPECT_TRUE(FlushFileBuffers(file));
     EXPECT_EQ(GetLastError(), 777u);
     where = fileAt(14);
-    char buffer[2];
     done = 99;
-    EXPECT_EQ(errorOf(ReadFile(file, buffer, 2, &done, &where)), 38u);
+    EXPECT_EQ(errorOf(ReadFile(file, &where, 2, &done, &where)), 38u);
     EXPECT_EQ(done, 0u);
-    CloseHandle(file);
-    CloseHandle(other);
 }
 
 TEST(PlatformFile, positions) {
     nxFileMake("f", "0123456789");
-    HANDLE const file = fileOpen("f", GENERIC_WRITE);
-    constexpr LONG none = 1234;
+    NXS_Opened const file("f", GENERIC_WRITE);
+    constexpr LONG none = 1234, least = -2147483647 - 1;
+    constexpr DWORD no = 0xFFFFFFFFu;
     struct {
         LONG low, high;
         DWORD method, result, error;
         LONG highAfter;
-    } const rows[] = {{5, none, FILE_BEGIN, 5, 777, none},
-                      {-2, none, FILE_CURRENT, 3, 777, none},
-                      {-4, none, FILE_CURRENT, 0xFFFFFFFFu, 131, none},
-                      {-10, none, FILE_END, 0, 777, none},
-                      {-11, none, FILE_END, 0xFFFFFFFFu, 131, none},
-                      {static_cast<LONG>(0x80000000u), none, FILE_BEGIN, 0xFFFFFFFFu, 131, none},
-                      {static_cast<LONG>(0x80000000u), 0, FILE_BEGIN, 0x80000000u, 777, 0},
-                      {-1, 2, FILE_BEGIN, 0xFFFFFFFFu, 0, 2},
-                      {1, 0, FILE_CURRENT, 0, 777, 3},
-                      {-1, -1, FILE_BEGIN, 0xFFFFFFFFu, 131, -1},
-                      {0, none, 3, 0xFFFFFFFFu, 87, none}};
+    } const rows[] = {
+        {5, none, 0, 5, 777, none},        {-2, none, 1, 3, 777, none},   {-4, none, 1, no, 131, none},
+        {-10, none, 2, 0, 777, none},      {-11, none, 2, no, 131, none}, {least, none, 0, no, 131, none},
+        {least, 0, 0, no / 2 + 1, 777, 0}, {-1, 2, 0, no, 0, 2},          {1, 0, 1, 0, 777, 3},
+        {-1, -1, 0, no, 131, -1},          {0, none, 3, no, 87, none}};
     for (auto const& row : rows) {
         LONG high = row.high;
         SetLastError(777);
@@ -68,17 +56,13 @@ TEST(PlatformFile, positions) {
         EXPECT_TRUE(result == row.result && GetLastError() == row.error) << &row - rows;
         EXPECT_EQ(high, row.highAfter) << &row - rows;
     }
-    CloseHandle(file);
 }
 
 TEST(PlatformFile, refusals) {
     nxFileMake("f", "abc");
-    HANDLE const reader = fileOpen("f", GENERIC_READ);
-    HANDLE const writer = fileOpen("f", GENERIC_WRITE);
+    NXS_Opened const reader("f", GENERIC_READ), writer("f", GENERIC_WRITE);
     HANDLE const closed = fileOpen("f", GENERIC_READ);
     EXPECT_TRUE(CloseHandle(closed));
-    WIN32_FIND_DATAA found;
-    HANDLE const search = FindFirstFileA("f", &found);
     char buffer[4];
     for (DWORD const size : {0u, 1u}) {
         DWORD done[] = {99, 99, 99, 99};
@@ -89,14 +73,10 @@ TEST(PlatformFile, refusals) {
         EXPECT_EQ(done[0] + done[1] + done[2] + done[3], 0u);
     }
     EXPECT_EQ(errorOf(FlushFileBuffers(reader)), 5u);
-    for (HANDLE const none : {closed, HANDLE{}}) {
-        EXPECT_EQ(errorOf(FlushFileBuffers(none)), 6u);
-        EXPECT_EQ(errorOf(CloseHandle(none)), 6u);
-    }
+    for (HANDLE const none : {closed, HANDLE{}})
+        EXPECT_TRUE(errorOf(FlushFileBuffers(none)) == 6 && errorOf(CloseHandle(none)) == 6);
     EXPECT_EQ(SetFilePointer(closed, 0, nullptr, FILE_BEGIN), 0xFFFFFFFFu);
-    EXPECT_TRUE(CloseHandle(INVALID_HANDLE_VALUE) && FindClose(search));
-    CloseHandle(reader);
-    CloseHandle(writer);
+    EXPECT_TRUE(CloseHandle(INVALID_HANDLE_VALUE));
 }
 
 TEST(PlatformFile, whichFileAHandleStandsFor) {
@@ -121,9 +101,7 @@ TEST(PlatformFile, whichFileAHandleStandsFor) {
     EXPECT_TRUE(info[0].dwVolumeSerialNumber == info[2].dwVolumeSerialNumber && info[0].nNumberOfLinks == 1);
     EXPECT_TRUE(info[0].nFileSizeLow == 5 && info[0].nFileSizeHigh == 0);
     EXPECT_EQ(info[0].dwFileAttributes & ~DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{FILE_ATTRIBUTE_ARCHIVE});
-    HANDLE const device = fileOpen("nul", GENERIC_READ);
-    EXPECT_FALSE(GetFileInformationByHandle(device, &info[0]));
-    CloseHandle(device);
+    EXPECT_FALSE(GetFileInformationByHandle(NXS_Opened("nul", GENERIC_READ), &info[0]));
 }
 
 } // namespace

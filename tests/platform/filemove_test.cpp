@@ -32,11 +32,8 @@ protected:
 };
 
 struct Row {
-    char const* from;
-    char const* to;
-    DWORD move; // 0 for success
-    DWORD copy;
-    DWORD copyNew; // with fail-if-exists
+    char const *from, *to;
+    DWORD move, copy, copyNew; // 0 for success; `copyNew` with fail-if-exists
 };
 
 constexpr Row rows[] = {{"a", "c", 0, 0, 0},          {"none", "c", 2, 2, 2},     {"no/x", "c", 3, 3, 3},
@@ -51,27 +48,23 @@ std::string content(char const* name) {
     return (GetFileAttributesA(name) & FILE_ATTRIBUTE_DIRECTORY) != 0 ? "" : nxFileContent(name);
 }
 
-void check(BOOL result, DWORD expected, Row const& row, char const* what) {
-    EXPECT_EQ(errorOf(result), expected) << what << ' ' << row.from << " to " << row.to;
-}
-
-TEST_F(PlatformMove, copies) {
+TEST_F(PlatformMove, copiesAndMoves) {
     for (Row const& row : rows) {
-        for (BOOL const onlyNew : {TRUE, FALSE}) {
-            DWORD const expected = onlyNew ? row.copyNew : row.copy;
-            std::string const before = content(row.from);
-            std::string const target = content(row.to);
-            check(CopyFileA(row.from, row.to, onlyNew), expected, row, onlyNew ? "copy anew" : "copy");
-            EXPECT_EQ(content(row.from), before) << row.from << " to " << row.to;
-            EXPECT_EQ(content(row.to), expected == 0 ? before : target) << row.from << " to " << row.to;
+        for (char const* how : {"copy", "copy anew", "move"}) {
+            SCOPED_TRACE(testing::Message() << how << ' ' << row.from << " to " << row.to);
+            bool const move = *how == 'm', onlyNew = how[4] != 0;
+            DWORD const expected = move ? row.move : onlyNew ? row.copyNew : row.copy;
+            std::string const before = content(row.from), target = content(row.to);
+            EXPECT_EQ(errorOf(move ? MoveFileA(row.from, row.to) : CopyFileA(row.from, row.to, onlyNew)),
+                      expected);
+            EXPECT_TRUE(move || content(row.from) == before);
+            EXPECT_EQ(content(row.to), expected == 0 ? before : target);
             TearDown();
             SetUp();
         }
     }
     FILETIME const time = {0x12345678, 0x01D00000};
-    HANDLE const file = fileOpen("a", GENERIC_WRITE);
-    EXPECT_TRUE(SetFileTime(file, nullptr, nullptr, &time));
-    CloseHandle(file);
+    EXPECT_TRUE(SetFileTime(NXS_Opened("a", GENERIC_WRITE), nullptr, nullptr, &time));
     EXPECT_TRUE(CopyFileA("a", "c", FALSE));
     WIN32_FIND_DATAA found;
     FindClose(FindFirstFileA("c", &found));
@@ -81,24 +74,11 @@ TEST_F(PlatformMove, copies) {
         big += std::to_string(n);
     nxFileMake("a", big);
     EXPECT_TRUE(CopyFileA("a", "c", FALSE) && nxFileContent("c") == big);
-}
-
-TEST_F(PlatformMove, moves) {
-    for (Row const& row : rows) {
-        std::string const before = content(row.from);
-        std::string const target = content(row.to);
-        check(MoveFileA(row.from, row.to), row.move, row, "move");
-        EXPECT_EQ(content(row.to), row.move == 0 ? before : target) << row.from << " to " << row.to;
-        TearDown();
-        SetUp();
-    }
-    EXPECT_TRUE(MoveFileA("d/sub/", "new/"));
-    EXPECT_TRUE(RemoveDirectoryA("new"));
-    EXPECT_TRUE(MoveFileExA("a", "b", MOVEFILE_REPLACE_EXISTING));
-    EXPECT_EQ(nxFileContent("b"), "a");
-    EXPECT_EQ(errorOf(MoveFileExA("b", "open", MOVEFILE_REPLACE_EXISTING)), 5u);
-    EXPECT_EQ(errorOf(MoveFileExA("b", "d", MOVEFILE_REPLACE_EXISTING)), 5u);
-    EXPECT_EQ(nxFileContent("b"), "a");
+    EXPECT_TRUE(MoveFileA("d/sub/", "new/") && RemoveDirectoryA("new"));
+    EXPECT_TRUE(MoveFileExA("c", "b", MOVEFILE_REPLACE_EXISTING));
+    for (char const* name : {"open", "d"})
+        EXPECT_EQ(errorOf(MoveFileExA("b", name, MOVEFILE_REPLACE_EXISTING)), 5u);
+    EXPECT_EQ(nxFileContent("b"), big);
 }
 
 TEST_F(PlatformMove, deletesAndDirectories) {
@@ -114,10 +94,11 @@ TEST_F(PlatformMove, deletesAndDirectories) {
         }
     }
     EXPECT_TRUE(RemoveDirectoryA("none"));
-    HANDLE const file = fileOpen("b", GENERIC_READ, 7);
-    EXPECT_TRUE(DeleteFileA("b"));
-    EXPECT_EQ(fileRead(file, 6), "longer"); // the contents live on for who has it open
-    CloseHandle(file);
+    {
+        NXS_Opened const file("b", GENERIC_READ, 7u);
+        EXPECT_TRUE(DeleteFileA("b"));
+        EXPECT_EQ(fileRead(file, 6), "longer"); // the contents live on for who has it open
+    }
     EXPECT_EQ(GetFileAttributesA("b"), INVALID_FILE_ATTRIBUTES);
 }
 

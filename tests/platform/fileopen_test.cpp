@@ -18,7 +18,7 @@ std::string nameOf(unsigned int access, DWORD share) {
 
 // Opens each file in each way beside an opener with the access and share mode of the file's name. Counts what
 // the rule does not allow or does not refuse with 32.
-int pairsWrong() {
+int pairsWrong(int, char**) {
     int wrong = 0;
     for (unsigned int pair = 0; pair < 1024; ++pair) {
         unsigned int const a1 = pair >> 8;
@@ -36,10 +36,7 @@ int pairsWrong() {
     return wrong > 250 ? 250 : wrong;
 }
 
-int pairsChild(int, char**) {
-    return pairsWrong();
-}
-NXS_ChildEntry const pairsEntry("share-pairs", pairsChild);
+NXS_ChildEntry const pairsEntry("share-pairs", pairsWrong);
 
 TEST(PlatformOpen, shareModesOfAllPairs) {
     HANDLE holders[32];
@@ -48,7 +45,7 @@ TEST(PlatformOpen, shareModesOfAllPairs) {
         holders[n] = fileOpen(nameOf(n >> 3, n & 7).c_str(), accesses[n >> 3], n & 7);
         ASSERT_NE(holders[n], INVALID_HANDLE_VALUE);
     }
-    EXPECT_EQ(pairsWrong(), 0);
+    EXPECT_EQ(pairsWrong(0, nullptr), 0);
     EXPECT_EQ(nxRunSelf("share-pairs"), 0);
     for (unsigned int n = 0; n < 32; ++n) {
         EXPECT_TRUE(CloseHandle(holders[n])); // and the share with it
@@ -68,8 +65,7 @@ TEST(PlatformOpen, killedProcessReleasesItsShare) {
     nxFileMake("mine", "abc");
     NXS_Child child("hold-file", {"mine"});
     ASSERT_TRUE(nxFileAwait("held"));
-    EXPECT_EQ(fileOpenError("mine", GENERIC_READ, 7), 32u);
-    EXPECT_EQ(errorOf(DeleteFileA("mine")), 32u);
+    EXPECT_TRUE(fileOpenError("mine", GENERIC_READ, 7) == 32 && errorOf(DeleteFileA("mine")) == 32);
     child.kill();
     for (int tries = 0; tries < 500 && fileOpenError("mine", rw, 0) != 0; ++tries)
         Sleep(10);
@@ -80,18 +76,16 @@ TEST(PlatformOpen, killedProcessReleasesItsShare) {
 
 TEST(PlatformOpen, refusedOpenLeavesTheContents) {
     nxFileMake("kept", "abc");
-    HANDLE const holder = fileOpen("kept", GENERIC_READ, FILE_SHARE_READ);
+    NXS_Opened const holder("kept", GENERIC_READ, FILE_SHARE_READ);
     for (DWORD const creation : {CREATE_ALWAYS, TRUNCATE_EXISTING})
         EXPECT_EQ(fileOpenError("kept", GENERIC_WRITE, 7, creation), 32u);
     EXPECT_EQ(fileOpenError("kept", GENERIC_READ, 7, CREATE_NEW), 80u);
     EXPECT_EQ(nxFileContent("kept"), "abc");
-    CloseHandle(holder);
 }
 
 TEST(PlatformOpen, dispositions) {
     struct {
-        DWORD creation;
-        DWORD missing, file, directory; // the last error
+        DWORD creation, missing, file, directory; // the way, and the last error
         bool empties;
     } const rows[] = {
         {CREATE_NEW, 0, 80, 80, false},  {CREATE_ALWAYS, 0, 183, 5, true},   {OPEN_EXISTING, 2, 0, 5, false},
@@ -135,18 +129,15 @@ TEST(PlatformOpen, names) {
 }
 
 TEST(PlatformOpen, deleteOnCloseAndReadOnlyCreation) {
-    HANDLE file = fileOpen("gone", GENERIC_WRITE, 7, CREATE_NEW, FILE_FLAG_DELETE_ON_CLOSE);
-    EXPECT_EQ(GetFileAttributesA("gone"), 0x20u);
-    CloseHandle(file);
+    {
+        NXS_Opened const gone("gone", GENERIC_WRITE, 7u, CREATE_NEW, FILE_FLAG_DELETE_ON_CLOSE);
+        NXS_Opened const sealed("sealed", GENERIC_WRITE, 7u, CREATE_NEW, FILE_ATTRIBUTE_READONLY);
+        DWORD done = 0;
+        EXPECT_TRUE(GetFileAttributesA("gone") == 0x20 && WriteFile(sealed, "abc", 3, &done, nullptr));
+    }
     EXPECT_EQ(GetFileAttributesA("gone"), INVALID_FILE_ATTRIBUTES);
-    file = fileOpen("sealed", GENERIC_WRITE, 7, CREATE_NEW, FILE_ATTRIBUTE_READONLY);
-    DWORD done = 0;
-    EXPECT_TRUE(WriteFile(file, "abc", 3, &done, nullptr));
-    CloseHandle(file);
-    EXPECT_EQ(GetFileAttributesA("sealed"), 0x21u);
-    EXPECT_EQ(nxFileContent("sealed"), "abc");
-    EXPECT_TRUE(SetFileAttributesA("sealed", FILE_ATTRIBUTE_NORMAL));
-    EXPECT_TRUE(DeleteFileA("sealed"));
+    EXPECT_TRUE(GetFileAttributesA("sealed") == 0x21 && nxFileContent("sealed") == "abc");
+    EXPECT_TRUE(SetFileAttributesA("sealed", FILE_ATTRIBUTE_NORMAL) && DeleteFileA("sealed"));
 }
 
 } // namespace

@@ -17,6 +17,19 @@ inline HANDLE fileOpen(char const* name, DWORD access, DWORD share = FILE_SHARE_
     return CreateFileA(name, access, share, nullptr, creation, flags, nullptr);
 }
 
+// A file that is open until the end of the scope.
+class NXS_Opened {
+public:
+    template <class... Arguments>
+    explicit NXS_Opened(Arguments... arguments) : handle_(fileOpen(arguments...)) {}
+    NXS_Opened(NXS_Opened const&) = delete;
+    ~NXS_Opened() { CloseHandle(handle_); }
+    operator HANDLE() const { return handle_; }
+
+private:
+    HANDLE handle_;
+};
+
 // The content from the file's position on, for up to `size` bytes.
 inline std::string fileRead(HANDLE file, DWORD size, OVERLAPPED* where = nullptr) {
     char buffer[100];

@@ -1,7 +1,9 @@
 // File times; the same on every target.
+#include <chrono>
+#include <tuple>
+
 #include "tests/platform/files.h"
 #include "tests/support/support.h"
-#include <tuple>
 
 namespace {
 
@@ -13,37 +15,28 @@ std::uint64_t unitsOf(FILETIME const& time) {
     return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
 }
 
-constexpr std::uint64_t day = 864000000000;
+void expectThereAndBack(unsigned int date, unsigned int dosTime, std::uint64_t units) {
+    FILETIME time;
+    WORD dateBack = 0, timeBack = 1;
+    ASSERT_TRUE(DosDateTimeToFileTime(static_cast<WORD>(date), static_cast<WORD>(dosTime), &time)) << date;
+    ASSERT_EQ(unitsOf(time), units) << date;
+    ASSERT_TRUE(FileTimeToDosDateTime(&time, &dateBack, &timeBack));
+    ASSERT_TRUE(dateBack == date && timeBack == dosTime) << date;
+}
 
 TEST(PlatformTime, everyDosDateAndTimeGoesThereAndBack) {
-    constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    std::uint64_t expected = 119600064000000000; // 1980-01-01
-    for (unsigned int year = 1980; year <= 2107; ++year) {
-        for (unsigned int month = 1; month <= 12; ++month) {
-            bool const leap = year % 4 == 0 && year != 2100;
-            for (int n = 1; n <= days[month - 1] + (month == 2 && leap); ++n, expected += day) {
-                auto const date =
-                    static_cast<WORD>((year - 1980) << 9 | month << 5 | static_cast<unsigned int>(n));
-                FILETIME time;
-                WORD dateBack = 0;
-                WORD timeBack = 1;
-                ASSERT_TRUE(DosDateTimeToFileTime(date, 0, &time)) << date;
-                ASSERT_EQ(unitsOf(time), expected) << date;
-                ASSERT_TRUE(FileTimeToDosDateTime(&time, &dateBack, &timeBack));
-                ASSERT_TRUE(dateBack == date && timeBack == 0);
-            }
-        }
+    namespace chr = std::chrono;
+    std::uint64_t const first = 119600064000000000; // 1980-01-01
+    chr::sys_days const start = chr::year{1980} / 1 / 1;
+    for (chr::sys_days at = start; at < chr::sys_days(chr::year{2108} / 1 / 1); at += chr::days{1}) {
+        chr::year_month_day const date{at};
+        auto const year = static_cast<unsigned int>(static_cast<int>(date.year()) - 1980);
+        expectThereAndBack(year << 9 | unsigned{date.month()} << 5 | unsigned{date.day()}, 0,
+                           first + static_cast<std::uint64_t>((at - start).count()) * 864000000000);
     }
-    for (unsigned int second = 0; second < 86400; second += 2) {
-        auto const dosTime = static_cast<WORD>(second / 3600 << 11 | second / 60 % 60 << 5 | second % 60 / 2);
-        FILETIME time;
-        WORD date = 0;
-        WORD back = 0;
-        ASSERT_TRUE(DosDateTimeToFileTime(0x21, dosTime, &time));
-        ASSERT_EQ(unitsOf(time), 119600064000000000 + second * std::uint64_t{10000000});
-        ASSERT_TRUE(FileTimeToDosDateTime(&time, &date, &back));
-        ASSERT_EQ(back, dosTime);
-    }
+    for (unsigned int second = 0; second < 86400; second += 2)
+        expectThereAndBack(0x21, second / 3600 << 11 | second / 60 % 60 << 5 | second % 60 / 2,
+                           first + second * std::uint64_t{10000000});
 }
 
 TEST(PlatformTime, conversionRefusals) {
@@ -55,8 +48,7 @@ TEST(PlatformTime, conversionRefusals) {
     }
     for (std::uint64_t const units : {0ull, 119600063999999999ull, ~0ull}) {
         FILETIME const time = timeOf(units);
-        WORD date = 7;
-        WORD dosTime = 7;
+        WORD date = 7, dosTime = 7;
         EXPECT_EQ(errorOf(FileTimeToDosDateTime(&time, &date, &dosTime)), 87u) << units;
         EXPECT_TRUE(date == 7 && dosTime == 7);
     }
@@ -65,20 +57,16 @@ TEST(PlatformTime, conversionRefusals) {
 TEST(PlatformTime, timesOfFiles) {
     nxFileMake("timed", "abc");
     HANDLE const file = fileOpen("timed", GENERIC_READ | GENERIC_WRITE);
-    FILETIME now;
-    FILETIME written;
+    FILETIME now, written;
     GetSystemTimeAsFileTime(&now);
     ASSERT_TRUE(GetFileTime(file, nullptr, nullptr, &written));
     EXPECT_LT(unitsOf(now) - unitsOf(written) + 600000000, 1200000000u); // within a minute
     // Before 1970, with 100 ns, and after 2038 and 2106.
     for (std::uint64_t const units :
          {110000000000000000u, 132000000001234567u, 140000000000000000u, 162000000000000000u}) {
-        FILETIME const set = timeOf(units);
-        FILETIME const leave = timeOf(0);
-        FILETIME const keep = timeOf(~std::uint64_t{0});
+        FILETIME const set = timeOf(units), leave = timeOf(0), keep = timeOf(~std::uint64_t{0});
         FILETIME accessed = timeOf(0);
-        EXPECT_TRUE(SetFileTime(file, nullptr, &set, &set));
-        EXPECT_TRUE(SetFileTime(file, nullptr, &leave, &keep));
+        EXPECT_TRUE(SetFileTime(file, nullptr, &set, &set) && SetFileTime(file, nullptr, &leave, &keep));
         EXPECT_TRUE(GetFileTime(file, nullptr, &accessed, &written));
         EXPECT_TRUE(unitsOf(written) == units && unitsOf(accessed) == units) << units;
     }

@@ -61,17 +61,12 @@ TEST(PlatformFind, manyEntriesAreASnapshot) {
         nxFileMake(("many/a_rather_long_name_" + std::to_string(n)).c_str(), "");
     WIN32_FIND_DATAA data;
     HANDLE const search = FindFirstFileA("many/a*", &data);
-    ASSERT_NE(search, INVALID_HANDLE_VALUE);
     nxFileMake("many/a_new_one", "");
-    std::string before;
-    int qty = 0;
-    do {
+    std::string before = data.cFileName;
+    int qty = 1;
+    for (; FindNextFileA(search, &data); before = data.cFileName, ++qty)
         EXPECT_LT(before, data.cFileName);
-        before = data.cFileName;
-        ++qty;
-    } while (FindNextFileA(search, &data));
-    EXPECT_EQ(qty, 3000);
-    FindClose(search);
+    EXPECT_TRUE(qty == 3000 && FindClose(search));
 }
 
 } // namespace

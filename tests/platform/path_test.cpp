@@ -27,25 +27,23 @@ TEST(PlatformPath, fullNames) {
         char base;
         char const* out;
         std::vector<char const*> in;
-    } const rows[] = {
-        {'.', "/a", {"a", "./a", "d\\..\\a", "no\\..\\a", "a.", "a...", "a. ."}},
-        {'.', "/d/a", {"d//a", "d\\/\\a", "d.\\a"}},
-        {'.', "", {".", "d\\.."}},
-        {'.', "/", {"d\\..\\", "...", ". "}},
-        {'.', "/d", {"d\\."}},
-        {'.', "/a/", {"a\\"}},
-        {'.', "/ a", {" a"}},
-        {'.', "/d./a", {"d..\\a"}},
-        {'.', "/d /a", {"d \\a"}},
-        {'.', "/a*<|", {"a*<|"}},
-        {'^', "/x", {"..\\x"}},
-        {'|', "/a", {"\\a", "\\..\\a"}},
-        {'|', "/", {"\\"}},
-        {0, "c:/b", {"c:\\a\\..\\b"}},
-        {0, "//./nul", {"nul", "d\\nul"}},
-        {0, "//./NUL", {"NUL.txt"}},
-        {0, "//./x", {"\\\\.\\x", "//./a\\..\\x", "\\\\.\\..\\x."}},
-    };
+    } const rows[] = {{'.', "/a", {"a", "./a", "d\\..\\a", "no\\..\\a", "a.", "a...", "a. ."}},
+                      {'.', "/d/a", {"d//a", "d\\/\\a", "d.\\a"}},
+                      {'.', "", {".", "d\\.."}},
+                      {'.', "/", {"d\\..\\", "...", ". "}},
+                      {'.', "/d", {"d\\."}},
+                      {'.', "/a/", {"a\\"}},
+                      {'.', "/ a", {" a"}},
+                      {'.', "/d./a", {"d..\\a"}},
+                      {'.', "/d /a", {"d \\a"}},
+                      {'.', "/a*<|", {"a*<|"}},
+                      {'^', "/x", {"..\\x"}},
+                      {'|', "/a", {"\\a", "\\..\\a"}},
+                      {'|', "/", {"\\"}},
+                      {0, "c:/b", {"c:\\a\\..\\b"}},
+                      {0, "//./nul", {"nul", "d\\nul"}},
+                      {0, "//./NUL", {"NUL.txt"}},
+                      {0, "//./x", {"\\\\.\\x", "//./a\\..\\x", "\\\\.\\..\\x."}}};
     for (auto const& row : rows) {
         std::string const base = row.base == '.' ? here : row.base == '^' ? up : row.base == '|' ? drive : "";
         std::string const out = slashed(base + row.out);
@@ -57,8 +55,8 @@ TEST(PlatformPath, fullNames) {
             char* part = buffer + 1;
             EXPECT_EQ(GetFullPathNameA(in, size, buffer, &part), size + 1) << in;
             EXPECT_TRUE(buffer == std::string("xx") && part == buffer + 1) << in;
-            EXPECT_EQ(GetFullPathNameA(in, size + 1, buffer, &part), size) << in;
-            EXPECT_EQ(slashed(buffer), out) << in;
+            EXPECT_TRUE(GetFullPathNameA(in, size + 1, buffer, &part) == size && slashed(buffer) == out)
+                << in;
             EXPECT_EQ(part == nullptr ? "" : std::string(part), filePart) << in;
             EXPECT_NE(filePart == "", part != nullptr) << in;
             EXPECT_EQ(GetFullPathNameA(in, 0, nullptr, nullptr), size + 1) << in;
@@ -67,9 +65,7 @@ TEST(PlatformPath, fullNames) {
     for (char const* nothing : {"", "   "})
         EXPECT_EQ(GetFullPathNameA(nothing, sizeof work, work, nullptr), 0u);
     std::string const tooLong(261, 'a');
-    SetLastError(0);
-    EXPECT_EQ(GetFullPathNameA(tooLong.c_str(), sizeof work, work, nullptr), 0u);
-    EXPECT_EQ(GetLastError(), 206u);
+    EXPECT_TRUE(GetFullPathNameA(tooLong.c_str(), sizeof work, work, nullptr) == 0 && GetLastError() == 206);
     EXPECT_EQ(GetCurrentDirectoryA(3, work), here.size() + 1);
     EXPECT_TRUE(SetCurrentDirectoryA(before));
 }

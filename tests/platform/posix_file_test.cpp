@@ -20,21 +20,18 @@ namespace {
 TEST(PosixFile, readOnlyHoldsForEveryUser) {
     nxFileMake("r", "abc");
     ASSERT_TRUE(SetFileAttributesA("r", FILE_ATTRIBUTE_READONLY));
-    EXPECT_EQ(fileOpenError("r", GENERIC_READ), 0u);
-    EXPECT_EQ(fileOpenError("r", GENERIC_READ, 3, OPEN_ALWAYS), 183u);
-    for (DWORD const creation : {OPEN_EXISTING, OPEN_ALWAYS, CREATE_ALWAYS, TRUNCATE_EXISTING})
-        EXPECT_EQ(fileOpenError("r", GENERIC_WRITE, 3, creation), 5u) << creation;
-    EXPECT_EQ(fileOpenError("r", GENERIC_READ, 3, CREATE_ALWAYS), 5u);
-    EXPECT_EQ(fileOpenError("r", GENERIC_READ, 3, TRUNCATE_EXISTING), 87u);
-    EXPECT_EQ(errorOf(DeleteFileA("r")), 5u);
-    EXPECT_TRUE(CopyFileA("r", "copy", FALSE));
-    EXPECT_EQ(errorOf(CopyFileA("r", "copy", FALSE)), 5u);
-    EXPECT_TRUE(MoveFileA("copy", "moved"));
-    EXPECT_EQ(GetFileAttributesA("moved"), 0x21u);
-    HANDLE const reader = fileOpen("r", GENERIC_READ);
+    std::tuple<DWORD, DWORD, DWORD> const rows[] = {
+        {OPEN_EXISTING, 0, 5}, {OPEN_ALWAYS, 183, 5}, {CREATE_ALWAYS, 5, 5}, {TRUNCATE_EXISTING, 87, 5}};
+    for (auto const& [creation, reading, writing] : rows) {
+        EXPECT_EQ(fileOpenError("r", GENERIC_READ, 3, creation), reading) << creation;
+        EXPECT_EQ(fileOpenError("r", GENERIC_WRITE, 3, creation), writing) << creation;
+    }
     FILETIME const time = {1, 0x01D00000};
-    EXPECT_EQ(errorOf(SetFileTime(reader, nullptr, nullptr, &time)), 5u);
-    CloseHandle(reader);
+    EXPECT_EQ((NXS_Results{errorOf(DeleteFileA("r")), errorOf(CopyFileA("r", "copy", FALSE)),
+                           errorOf(CopyFileA("r", "copy", FALSE)), errorOf(MoveFileA("copy", "moved")),
+                           GetFileAttributesA("moved"),
+                           errorOf(SetFileTime(NXS_Opened("r", GENERIC_READ), nullptr, nullptr, &time))}),
+              (NXS_Results{5, 0, 5, 0, 0x21, 5}));
     for (char const* name : {"r", "moved"})
         EXPECT_TRUE(SetFileAttributesA(name, FILE_ATTRIBUTE_NORMAL) && DeleteFileA(name));
 }
@@ -51,12 +48,11 @@ TEST(PosixFile, namesOnlyHere) {
     EXPECT_EQ(errorOf(SetFileAttributesA("file", FILE_ATTRIBUTE_HIDDEN)), 50u);
     // In a double-byte code page the second half of a character is no separator, although it looks like one.
     ASSERT_TRUE(nxPlatformCodePageSet(932));
-    char buffer[1000];
-    char* part = nullptr;
+    char buffer[1000], *part = nullptr;
     EXPECT_GT(GetFullPathNameA("dir\\\x95\\", sizeof buffer, buffer, &part), 0u);
     EXPECT_STREQ(part, "\x95\\");
-    EXPECT_EQ(fileOpenError("dir\\\x95\\", GENERIC_WRITE, 3, CREATE_NEW), 0u);
-    EXPECT_EQ(fileOpenError("dir/\x95\x7C", GENERIC_WRITE, 3, CREATE_NEW), 0u);
+    for (char const* name : {"dir\\\x95\\", "dir/\x95\x7C"})
+        EXPECT_EQ(fileOpenError(name, GENERIC_WRITE, 3, CREATE_NEW), 0u);
     EXPECT_EQ(fileOpenError("dir/\x95\\|", GENERIC_READ), 123u);
     EXPECT_TRUE(DeleteFileA("dir/\x95\\"));
     // A first half without a second one leaves the separator a separator.
@@ -89,22 +85,17 @@ TEST(PosixFile, namesOfOneFile) {
     nxFileMake("one", "x");
     ASSERT_EQ(link("one", "two"), 0);
     EXPECT_EQ(errorOf(MoveFileA("one", "two")), 183u);
-    EXPECT_TRUE(MoveFileExA("one", "two", MOVEFILE_REPLACE_EXISTING));
+    EXPECT_TRUE(MoveFileExA("one", "two", MOVEFILE_REPLACE_EXISTING) && nxFileContent("two") == "x");
     EXPECT_EQ(GetFileAttributesA("one"), INVALID_FILE_ATTRIBUTES);
-    EXPECT_EQ(nxFileContent("two"), "x");
     // A file that is to go at its close is the one that was opened, under the name as it was.
     CreateDirectoryA("d", nullptr);
     ASSERT_EQ(mkdir("d.", 0777), 0);
     nxFileMake("d/f", "stays");
     constexpr DWORD all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     for (char const* name : {"d..\\f", "two"}) {
-        HANDLE const file = fileOpen(name, GENERIC_WRITE, all, OPEN_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE);
-        ASSERT_NE(file, INVALID_HANDLE_VALUE);
-        if (std::strcmp(name, "two") == 0) {
-            ASSERT_TRUE(MoveFileA("two", "three"));
+        NXS_Opened const file(name, GENERIC_WRITE, all, OPEN_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE);
+        if (std::strcmp(name, "two") == 0 && MoveFileA("two", "three"))
             nxFileMake("two", "another");
-        }
-        EXPECT_TRUE(CloseHandle(file));
     }
     EXPECT_NE(access("d./f", F_OK), 0);
     EXPECT_TRUE(nxFileContent("d/f") == "stays" && nxFileContent("two") == "another");
@@ -139,10 +130,10 @@ TEST(PosixFind, linksAndErrors) {
     for (char const* name : {"t", "t/sub", "t/other"})
         CreateDirectoryA(name, nullptr);
     nxFileMake("t/file", "12345");
-    ASSERT_EQ(symlink("../../t", "t/sub/up"), 0); // leads back: a walk would not end
-    ASSERT_EQ(symlink("../other", "t/sub/aside"), 0);
-    ASSERT_EQ(symlink("../file", "t/sub/link"), 0);
-    ASSERT_EQ(symlink("nowhere", "t/sub/dangling"), 0);
+    // The first leads back: a walk would not end.
+    EXPECT_EQ((NXS_Results{symlink("../../t", "t/sub/up"), symlink("../other", "t/sub/aside"),
+                           symlink("../file", "t/sub/link"), symlink("nowhere", "t/sub/dangling")}),
+              (NXS_Results{0, 0, 0, 0}));
     WIN32_FIND_DATAA data;
     std::string names;
     HANDLE const search = FindFirstFileA("t/sub/?*", &data);
@@ -187,12 +178,11 @@ TEST(PosixSeam, interruptedAndShortTransfers) {
             return failing(EINTR);
         return pread(file, data, size > 2 ? 2 : size, static_cast<off_t>(at));
     };
-    HANDLE const file = fileOpen("cut", GENERIC_READ | GENERIC_WRITE, 3, CREATE_ALWAYS);
+    NXS_Opened const file("cut", GENERIC_READ | GENERIC_WRITE, 3u, CREATE_ALWAYS);
     DWORD done = 0;
     EXPECT_TRUE(WriteFile(file, "0123456789", 10, &done, nullptr) && done == 10);
     SetFilePointer(file, 0, nullptr, FILE_BEGIN);
     EXPECT_EQ(fileRead(file, 20), "0123456789");
-    CloseHandle(file);
 }
 
 TEST(PosixSeam, failuresReachTheCaller) {
@@ -206,8 +196,7 @@ TEST(PosixSeam, failuresReachTheCaller) {
         return pwrite(target, data, size > 4 ? 4 : size, static_cast<off_t>(at));
     };
     EXPECT_TRUE(WriteFile(file, buffer, 8, &done, nullptr) && done == 4); // what there was room for
-    EXPECT_EQ(errorOf(WriteFile(file, buffer, 4, &done, nullptr)), 112u);
-    EXPECT_EQ(done, 0u);
+    EXPECT_TRUE(errorOf(WriteFile(file, buffer, 4, &done, nullptr)) == 112 && done == 0);
     EXPECT_EQ(SetFilePointer(file, 0, nullptr, FILE_CURRENT), 4u);
     nxSeam.readAt = [](int, void*, std::size_t, std::int64_t) { return failing<ssize_t>(EIO); };
     EXPECT_EQ(errorOf(ReadFile(file, buffer, 1, &done, nullptr)), 1117u);
@@ -215,8 +204,8 @@ TEST(PosixSeam, failuresReachTheCaller) {
         close(target);
         return failing(EDQUOT);
     };
-    EXPECT_EQ(errorOf(CloseHandle(file)), 112u); // a late write error, and the handle is gone all the same
-    EXPECT_EQ(errorOf(CloseHandle(file)), 6u);
+    for (DWORD const error : {112u, 6u}) // a late write error, and the handle is gone all the same
+        EXPECT_EQ(errorOf(CloseHandle(file)), error);
     nxSeam.close = close;
     // A copy that fails leaves no target, and one that fails late is not taken for done by a move.
     nxFileMake("source", "data");
@@ -238,8 +227,8 @@ TEST(PosixSeam, failuresReachTheCaller) {
     nxSeam.write = write;
     EXPECT_TRUE(CopyFileA("source", "target", FALSE) && nxFileContent("target") == "data");
     // To another file system a file is copied and deleted; without that kind of renaming it is linked.
+    static int renameError;
     for (int const error : {EXDEV, EINVAL}) {
-        static int renameError;
         renameError = error;
         nxSeam.rename = [](char const*, char const*, unsigned int) { return failing(renameError); };
         EXPECT_TRUE(MoveFileA("target", "elsewhere") && nxFileContent("elsewhere") == "data");
@@ -261,8 +250,7 @@ TEST(PosixSeam, failuresReachTheCaller) {
         return result;
     };
     HANDLE const ages = fileOpen("source", GENERIC_READ);
-    FILETIME accessed;
-    FILETIME written;
+    FILETIME accessed, written;
     EXPECT_TRUE(GetFileTime(ages, nullptr, &accessed, &written) && CloseHandle(ages));
     EXPECT_TRUE(written.dwHighDateTime == 0x7FFFFFFF && accessed.dwHighDateTime == 0);
     nxSeam.openAt = [](int, char const*, int, unsigned int) { return failing(EMFILE); };

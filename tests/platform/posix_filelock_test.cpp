@@ -21,13 +21,10 @@ DWORD transfer(HANDLE file, bool write, DWORD offset, DWORD size) {
     return ok ? 0 : GetLastError();
 }
 
-HANDLE open(DWORD access = GENERIC_READ | GENERIC_WRITE) {
-    return fileOpen("strict", access);
-}
+constexpr DWORD readWrite = GENERIC_READ | GENERIC_WRITE;
 
 int transferChild(int, char** argv) {
-    HANDLE const file = open();
-    return static_cast<int>(transfer(file, *argv[0] == 'w', 15, 1));
+    return static_cast<int>(transfer(NXS_Opened("strict", readWrite), *argv[0] == 'w', 15, 1));
 }
 NXS_ChildEntry const transferEntry("transfer", transferChild);
 
@@ -39,43 +36,33 @@ TEST(PosixLock, locksBindReadsAndWrites) {
                       {true, true, false, 33},  {false, false, true, 0}, {false, true, true, 33},
                       {false, false, false, 0}, {false, true, false, 33}};
     nxFileMake("strict", std::string(100, 'x'));
-    HANDLE const one = open();
-    HANDLE const two = open();
+    NXS_Opened const one("strict", readWrite), two("strict", readWrite);
     for (auto const& row : rows) {
         ASSERT_EQ(fileLock(one, row.exclusive, 10, 10), 0u);
         HANDLE const user = row.ownHandle ? one : two;
-        EXPECT_EQ(transfer(user, row.write, 0, 11), row.error) << &row - rows;
-        EXPECT_EQ(transfer(user, row.write, 19, 5), row.error) << &row - rows;
-        EXPECT_EQ(transfer(user, row.write, 20, 5), 0u) << &row - rows;
-        EXPECT_EQ(transfer(user, row.write, 0, 10), 0u) << &row - rows;
-        EXPECT_EQ(transfer(user, row.write, 15, 0), 0u) << &row - rows;
+        auto const result = [&](DWORD offset, DWORD size) { return transfer(user, row.write, offset, size); };
+        EXPECT_EQ((NXS_Results{result(0, 11), result(19, 5), result(20, 5), result(0, 10), result(15, 0)}),
+                  (NXS_Results{row.error, row.error, 0, 0, 0}))
+            << &row - rows;
         int const foreign = row.ownHandle ? 0 : nxRunSelf("transfer", {row.write ? "w" : "r"});
         EXPECT_EQ(foreign, row.ownHandle ? 0 : static_cast<int>(row.error)) << &row - rows;
         ASSERT_EQ(fileUnlock(one, 10, 10), 0u);
         EXPECT_EQ(transfer(user, row.write, 0, 30), 0u);
     }
     // A reader's exclusive lock binds others but not itself.
-    HANDLE const reader = open(GENERIC_READ);
-    ASSERT_EQ(fileLock(reader, true, 10, 10), 0u);
-    EXPECT_EQ(transfer(reader, false, 0, 30), 0u);
-    EXPECT_EQ(transfer(two, false, 0, 30), 33u);
-    EXPECT_EQ(errorOf(CopyFileA("strict", "copy", FALSE)), 33u);
-    for (HANDLE const file : {one, two, reader})
-        CloseHandle(file);
+    NXS_Opened const reader("strict", GENERIC_READ);
+    EXPECT_EQ((NXS_Results{fileLock(reader, true, 10, 10), transfer(reader, false, 0, 30),
+                           transfer(two, false, 0, 30), errorOf(CopyFileA("strict", "copy", FALSE))}),
+              (NXS_Results{0, 0, 33, 33}));
 }
 
 TEST(PosixLock, refusals) {
     nxFileMake("strict", "x");
-    HANDLE const file = open();
-    HANDLE const blind = open(0);
-    EXPECT_EQ(fileUnlock(file, 0, 1), 158u);
-    ASSERT_EQ(fileLock(file, false, 0, 5), 0u);
-    EXPECT_EQ(fileUnlock(file, 0, 4), 158u);
-    EXPECT_EQ(fileLock(blind, false, 0, 1), 5u);
-    EXPECT_EQ(fileLock(file, false, ~0ull, 1), 0u);
-    EXPECT_EQ(fileLock(file, false, ~0ull, 2), 307u);
-    CloseHandle(file);
-    CloseHandle(blind);
+    NXS_Opened const file("strict", readWrite), blind("strict", 0);
+    EXPECT_EQ((NXS_Results{fileUnlock(file, 0, 1), fileLock(file, false, 0, 5), fileUnlock(file, 0, 4),
+                           fileLock(blind, false, 0, 1), fileLock(file, false, ~0ull, 1),
+                           fileLock(file, false, ~0ull, 2)}),
+              (NXS_Results{158, 0, 158, 5, 0, 307}));
 }
 
 // The rules between handles of this process hold on file systems without locks as well.
@@ -86,17 +73,14 @@ TEST(PosixLock, fileSystemWithoutLocks) {
         return -1;
     };
     nxFileMake("strict", "x");
-    HANDLE const one = open();
-    HANDLE const two = open();
-    EXPECT_EQ(fileOpenError("strict", GENERIC_READ, FILE_SHARE_READ), 32u);
-    EXPECT_FALSE(DeleteFileA("strict"));
-    EXPECT_EQ(fileLock(one, true, 0, 5), 0u);
-    EXPECT_EQ(fileLock(two, false, 4, 1), 33u);
-    EXPECT_EQ(transfer(two, false, 0, 1), 33u);
-    EXPECT_EQ(fileUnlock(one, 0, 5), 0u);
-    EXPECT_EQ(fileLock(two, true, 4, 1), 0u);
-    CloseHandle(one);
-    CloseHandle(two);
+    {
+        NXS_Opened const one("strict", readWrite), two("strict", readWrite);
+        EXPECT_EQ((NXS_Results{fileOpenError("strict", GENERIC_READ, FILE_SHARE_READ),
+                               errorOf(DeleteFileA("strict")), fileLock(one, true, 0, 5),
+                               fileLock(two, false, 4, 1), transfer(two, false, 0, 1), fileUnlock(one, 0, 5),
+                               fileLock(two, true, 4, 1)}),
+                  (NXS_Results{32, 32, 0, 33, 33, 0, 0}));
+    }
     EXPECT_TRUE(DeleteFileA("strict"));
 }
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -28,16 +29,17 @@ TEST(PlatformSystem, localeCodePage) {
 }
 
 TEST(PlatformSystem, codePages) {
-    struct {
-        UINT page, sizeMax;
-        char lead[7]; // first and last byte of each range
-    } const rows[] = {
-        {932, 2, "\x81\x9f\xe0\xfc"}, {1361, 2, "\x84\xd3\xd8\xde\xe0\xf9"}, {1252, 1, ""}, {65001, 4, ""}};
+    std::tuple<UINT, UINT, char const*> const rows[] = {
+        // with first and last byte of each range of lead bytes
+        {932, 2, "\x81\x9f\xe0\xfc"},
+        {1361, 2, "\x84\xd3\xd8\xde\xe0\xf9"},
+        {1252, 1, ""},
+        {65001, 4, ""}};
     CPINFO info;
-    for (auto const& row : rows) {
-        ASSERT_TRUE(GetCPInfo(row.page, &info)) << row.page;
-        EXPECT_TRUE(info.MaxCharSize == row.sizeMax && info.DefaultChar[0] == '?') << row.page;
-        EXPECT_STREQ(reinterpret_cast<char*>(info.LeadByte), row.lead) << row.page;
+    for (auto const& [page, sizeMax, lead] : rows) {
+        EXPECT_TRUE(GetCPInfo(page, &info) && info.MaxCharSize == sizeMax && info.DefaultChar[0] == '?')
+            << page;
+        EXPECT_STREQ(reinterpret_cast<char*>(info.LeadByte), lead) << page;
     }
     EXPECT_TRUE(!GetCPInfo(99999, &info) && GetLastError() == 87);
 }

@@ -8,6 +8,17 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
+
+// What several calls gave, one after the other, as numbers of any type: for one comparison of all of them.
+struct NXS_Result {
+    template <class Number>
+    NXS_Result(Number number) : value(static_cast<long long>(number)) {}
+    bool operator==(NXS_Result const&) const = default;
+    friend void PrintTo(NXS_Result const& result, std::ostream* os) { *os << result.value; }
+    long long value;
+};
+using NXS_Results = std::vector<NXS_Result>;
 
 // The whole content of a file, byte for byte; empty when it cannot be read.
 std::string nxFileContent(char const* name);
