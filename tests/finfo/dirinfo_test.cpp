@@ -2,6 +2,7 @@
 // them.
 #include "general/finfo/dirinfo.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <sstream>
 
@@ -13,15 +14,12 @@ namespace {
 constexpr NX_FileFindType onlyFiles = NX_FileFindNoDir;
 
 void treeMake() {
-    for (char const* dir : {"tree", "tree/s1", "tree/s1/deep", "tree/S2", "tree/.hidden"})
+    for (char const* dir : {"tree/s1/deep", "tree/S2", "tree/.hidden"})
         std::filesystem::create_directories(dir);
-    nxFileMake("tree/a.txt", std::string(120, 'a'));
-    nxFileMake("tree/b.dat", "bb");
-    nxFileMake("tree/.dot", "");
-    nxFileMake("tree/s1/c.txt", "c");
-    nxFileMake("tree/s1/deep/a.txt", std::string(120, 'a'));
-    nxFileMake("tree/S2/e.txt", "e");
-    nxFileMake("tree/.hidden/f.txt", "f");
+    for (char const* name : {"b.dat", ".dot", "s1/c.txt", "S2/e.txt", ".hidden/f.txt"})
+        nxFileMake((std::string("tree/") + name).c_str(), "x");
+    for (char const* name : {"tree/a.txt", "tree/s1/deep/a.txt"})
+        nxFileMake(name, std::string(120, 'a'));
 }
 
 template <class Coll>
@@ -29,6 +27,12 @@ std::string names(Coll const& coll) {
     std::string text;
     for (unsigned int n = 0; n < coll.itemQty(); ++n)
         text += (n == 0 ? "" : " ") + std::string(coll[n].dataPConst());
+    return text;
+}
+
+// A directory is joined with the system's own separator.
+std::string slashed(std::string text) {
+    std::replace(text.begin(), text.end(), '\\', '/');
     return text;
 }
 
@@ -64,23 +68,16 @@ constexpr char whole[] = "[a.txt b.dat tree/s1/[c.txt tree/s1/deep/[a.txt]] tree
 TEST(FileInfo, ByName) {
     treeMake();
     NX_FileInfo const file("tree/a.txt", ageWrite);
-    EXPECT_EQ(file.fileSize(), 120u);
-    EXPECT_EQ(file.fileType(), unsigned{NX_FileInfoArchive});
-    EXPECT_NE(file.fileAge().year, 0);
-    EXPECT_EQ(file.dirP(), nullptr);
+    EXPECT_TRUE(file.fileSize() == 120 && file.fileType() == NX_FileInfoArchive && file.fileAge().year != 0);
     NX_FileInfo const missing("tree/none", ageWrite);
     EXPECT_STREQ(missing.dataPConst(), "tree/none");
-    EXPECT_EQ(missing.fileAge().year, 0);
-    EXPECT_TRUE(missing.typeIsFile());
-    struct {
-        char const* name;
-        char const* record;
-    } const dirs[] = {
+    EXPECT_TRUE(missing.fileAge().year == 0 && missing.typeIsFile() && missing.dirP() == nullptr);
+    std::pair<char const*, char const*> const dirs[] = {
         {"tree/", "tree/"}, {"tree/s1/x*", "tree/s1/"}, {"tree\\", "tree\\"}, {"a.txt", ""}, {"/", "/"}};
-    for (auto const& row : dirs) {
-        NX_FileInfo const dir(row.name, nullptr, ageWrite, 1);
-        EXPECT_STREQ(dir.dataPConst(), row.record);
-        EXPECT_TRUE(dir.typeIsDir()) << row.name;
+    for (auto const& [name, record] : dirs) {
+        NX_FileInfo const dir(name, nullptr, ageWrite, 1);
+        EXPECT_STREQ(dir.dataPConst(), record);
+        EXPECT_TRUE(dir.typeIsDir()) << name;
     }
     EXPECT_FALSE(NX_FileInfo("nodir/", nullptr, ageWrite, 1).typeIsDir());
 }
@@ -90,31 +87,35 @@ TEST(FileInfo, ListsAndFilters) {
     NX_StringVecA leaveOut;
     leaveOut += "B.*";
     struct {
-        char const* where;
-        char const* pattern;
+        char const *where, *pattern;
         int find;
         bool leftOut, withDir;
         char const* found;
     } const table[] = {
         {"tree", nullptr, 0, false, false, "a.txt b.dat s1 S2"},
         {"tree/", "", NX_FileFindNoDir, false, false, "a.txt b.dat"},
-        {"tree", "*.TXT", NX_FileFindNoDir, false, false, "a.txt"},
-        {"tree/?*.dat", nullptr, 0, false, true, "tree/b.dat"},
+        {"tree", "*.TXT", NX_FileFindNoDir, false, true, "tree/a.txt"},
+        {"tree/?*.dat", nullptr, NX_FileFindNoDir, false, true, "tree/b.dat"},
         {"tree", nullptr, 0, true, false, "a.txt s1 S2"},
         {"tree", nullptr, NX_FileFindDir, false, false, "s1 S2"},
         {"tree", nullptr, NX_FileFindArchive | NX_FileFindDir, false, false, "a.txt b.dat s1 S2"},
-        {"tree", nullptr, NX_FileFindDir | NX_FileFindNoDir, false, false, "s1 S2"}, // wanted beats refused
+        {"tree", nullptr, NX_FileFindDir | NX_FileFindNoDir, false, false, "s1 S2"},
         {"tree", nullptr, NX_FileFindSystem, false, false, ""},
         {"tree", "nothing*", 0, false, false, ""},
         {"nodir", nullptr, 0, false, false, ""},
-    };
-    for (auto const& row : table) {
-        SCOPED_TRACE(std::string(row.where) + " " + (row.pattern != nullptr ? row.pattern : ""));
-        NX_FileInfoVec const coll(row.where, row.leftOut ? leaveOut : NX_StringVecA(),
-                                  static_cast<NX_FileFindType>(row.find), nullptr, ageWrite, row.pattern,
-                                  row.withDir);
-        EXPECT_EQ(names(coll), row.found);
+        {"nodir/?*", nullptr, 0, false, true, ""}};
+    for (auto const& [where, pattern, find, leftOut, withDir, found] : table) {
+        SCOPED_TRACE(std::string(where) + " " + (pattern != nullptr ? pattern : ""));
+        auto const type = static_cast<NX_FileFindType>(find);
+        NX_StringVecA const& without = leftOut ? leaveOut : NX_StringVecA();
+        NX_FileInfoVec const coll(where, without, type, nullptr, ageWrite, pattern, withDir);
+        EXPECT_EQ(slashed(names(coll)), found);
+        EXPECT_EQ(slashed(names(NX_StringVecA(where, without, type, pattern, withDir))), found);
     }
+    for (char const* noSearch : {"tree/a.txt", ""})
+        EXPECT_EQ(NX_StringVecA(noSearch, NX_StringVecA(), NX_FileFindAll, nullptr, 0).itemQty(), 0u);
+    EXPECT_EQ(names(NX_StringVecA("tree/?*.dat", NX_FileFindAll, "*.txt", 0)),
+              "b.dat"); // a pattern needs no other
     NX_FileInfoVec coll;
     coll.infoRead("tree/s1/c.txt", NX_StringVecA(), onlyFiles, nullptr, ageWrite);
     coll.infoRead("tree/", leaveOut, onlyFiles, nullptr, ageWrite);
@@ -130,9 +131,7 @@ TEST(FileInfo, ListsAndFilters) {
 TEST(DirInfo, Trees) {
     treeMake();
     NX_DirInfo const dir(treeRead());
-    EXPECT_STREQ(dir.dataPConst(), "tree/");
-    EXPECT_TRUE(dir.typeIsDir());
-    EXPECT_EQ(outline(dir), whole);
+    EXPECT_EQ(dir.dataPConst() + outline(dir), std::string("tree/") + whole);
     expectOwnChildren(dir);
     EXPECT_EQ(outline(treeRead(byNameDown)),
               "[a.txt b.dat tree/S2/[e.txt] tree/s1/[c.txt tree/s1/deep/[a.txt]]]");
@@ -148,9 +147,10 @@ TEST(DirInfo, Trees) {
     EXPECT_EQ(outline(nowhere), "[]");
 
     NX_DirInfo const& deep = dir.subColl()[0].subColl()[0];
-    EXPECT_EQ(dir.fileColl()[0].dataCompare(deep.fileColl()[0]), 0);
-    EXPECT_EQ(dir.fileColl()[0].dataCompare(dir.fileColl()[1]), 1);
-    EXPECT_EQ(dir.fileColl()[0].nameCompare("A.TXT", NX_CompareFold), 0);
+    NX_FileInfo const& file = dir.fileColl()[0];
+    EXPECT_EQ((NXS_Results{file.dataCompare(deep.fileColl()[0]), file.dataCompare(dir.fileColl()[1]),
+                           file.nameCompare("A.TXT", NX_CompareFold)}),
+              (NXS_Results{0, 1, 0}));
     std::ostringstream shown;
     shown << deep;
     EXPECT_NE(shown.str().find("\na.txt 120 "), std::string::npos);

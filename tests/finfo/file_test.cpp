@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <filesystem>
+#include <tuple>
 
 #include "general/collm/v4x.h"
 #include "general/error/errorman.h"
@@ -26,134 +27,103 @@ int openTask(int, char** argv) {
 }
 NXS_ChildEntry const openEntry("file-open", openTask);
 
-// Holds a lock on 16 bytes at 16 for a while.
+// Holds a lock on 16 bytes at 16 of lock.bin for a while.
 int lockTask(int, char** argv) {
-    File file(argv[0], File::modeReadWrite);
-    if (file.fileLockAt(16, File::lockOn | File::lockExclusive, 16) != 0)
-        return 1;
-    nxFileMake(argv[1], "ready");
-    NX_TimerSleep(static_cast<unsigned long>(std::atoi(argv[2])), 1);
-    return 0;
+    File file("lock.bin", File::modeReadWrite);
+    int const result = file.fileLockAt(16, File::lockOn | File::lockExclusive, 16);
+    nxFileMake(argv[0], "ready");
+    NX_TimerSleep(static_cast<unsigned long>(std::atoi(argv[1])), 1);
+    return result;
 }
 NXS_ChildEntry const lockEntry("file-lock", lockTask);
-
-int openElsewhere(char const* name, File::OpenMode mode) {
-    return nxRunSelf("file-open", {name, std::to_string(mode)});
-}
 
 } // namespace
 
 TEST(File, OpenModes) {
     std::filesystem::create_directory("opendir");
+    constexpr int none = errorNumFileNotFound;
     struct {
         char const* name;
         File::OpenMode mode;
         int errorNum;
         char const* left; // of open.txt, which held "old"
-    } const table[] = {
-        {"open.txt", File::modeRead, 0, "old"},
-        {"open.txt", File::modeWrite, 0, "old"},
-        {"open.txt", File::modeReadWrite | File::modeCreate, 0, "old"},
-        {"open.txt", File::modeWrite | File::modeTrunc, 0, ""},
-        {"open.txt", createNew, 0, ""},
-        {"missing.txt", File::modeRead, errorNumFileNotFound, "old"},
-        {"missing.txt", File::modeWrite | File::modeTrunc, errorNumFileNotFound, "old"},
-        {"nodir/x", File::modeWrite | File::modeCreate, errorNumFileNotFound, "old"},
-        {"opendir", File::modeRead, errorNumFileAccess, "old"},
-        {"made1.txt", File::modeWrite | File::modeCreate, 0, "old"},
-        {"made2.txt", createNew, 0, "old"},
-    };
-    for (auto const& row : table) {
-        SCOPED_TRACE(std::string(row.name) + " " + std::to_string(row.mode));
+    } const table[] = {{"open.txt", File::modeRead, 0, "old"},
+                       {"open.txt", File::modeWrite, 0, "old"},
+                       {"open.txt", File::modeReadWrite | File::modeCreate, 0, "old"},
+                       {"open.txt", File::modeWrite | File::modeTrunc, 0, ""},
+                       {"open.txt", createNew, 0, ""},
+                       {"missing.txt", File::modeRead, none, "old"},
+                       {"missing.txt", File::modeWrite | File::modeTrunc, none, "old"},
+                       {"nodir/x", File::modeWrite | File::modeCreate, none, "old"},
+                       {"opendir", File::modeRead, errorNumFileAccess, "old"},
+                       {"made1.txt", File::modeWrite | File::modeCreate, 0, "old"},
+                       {"made2.txt", createNew, 0, "old"}};
+    for (auto const& [name, mode, errorNum, left] : table) {
+        SCOPED_TRACE(std::string(name) + " " + std::to_string(mode));
         nxFileMake("open.txt", "old");
         NxErrorOk();
-        File file(row.name, row.mode);
-        EXPECT_EQ(file.errorNum(), row.errorNum);
-        EXPECT_EQ(NxErrorNum(), row.errorNum);
-        EXPECT_EQ(file.fileIsOpen(), row.errorNum == 0);
-        bool const reads = (row.mode & 3) != File::modeWrite;
-        bool const writes = (row.mode & 3) == File::modeWrite || (row.mode & 3) == File::modeReadWrite;
-        EXPECT_EQ(file.fileIsOpenRead(), row.errorNum == 0 && reads);
-        EXPECT_EQ(file.fileIsOpenWrite(), row.errorNum == 0 && writes);
-        EXPECT_EQ(file.fileIsOpenTrunc(), row.errorNum == 0 && (row.mode & File::modeTrunc) != 0);
-        if (row.errorNum != 0) {
-            EXPECT_EQ(details(), "E=" + std::to_string(row.errorNum & 0x7FF) + " F=" + row.name);
-        }
-        EXPECT_EQ(nxFileContent("open.txt"), row.left);
+        File file(name, mode);
+        EXPECT_TRUE(file.errorNum() == errorNum && NxErrorNum() == errorNum);
+        bool const open = errorNum == 0, writeOnly = (mode & 3) == File::modeWrite;
+        EXPECT_EQ(
+            (NXS_Results{file.fileIsOpen(), file.fileIsOpenRead(), file.fileIsOpenWrite(),
+                         file.fileIsOpenTrunc()}),
+            (NXS_Results{open, open && !writeOnly, open && (writeOnly || (mode & 3) == File::modeReadWrite),
+                         open && (mode & File::modeTrunc) != 0}));
+        EXPECT_TRUE(open || details() == "E=" + std::to_string(errorNum & 0x7FF) + " F=" + name) << details();
+        EXPECT_EQ(nxFileContent("open.txt"), left);
     }
     File append("open.txt", File::modeReadWrite | File::modeCreate | File::modeAppend);
     EXPECT_EQ(append.dataWrite("new", 3), 0);
-    File again("open.txt", File::modeRead | File::modeAppend);
-    EXPECT_EQ(again.fileTell(), 6);
+    EXPECT_EQ(File("open.txt", File::modeRead | File::modeAppend).fileTell(), 6);
 }
 
 TEST(File, SharingHoldsForAllHandlesAndProcesses) {
     struct {
         File::OpenMode first, second;
         bool allowed;
-    } const table[] = {
-        {File::modeRead, File::modeReadWrite, true},
-        {File::modeWrite, File::modeReadDenyWrite, false},
-        {File::modeReadDenyWrite, File::modeRead, true},
-        {File::modeReadDenyWrite, File::modeReadDenyWrite, true},
-        {File::modeReadDenyWrite, File::modeWrite, false},
-        {File::modeReadDenyWrite, createNew, false},
-        {File::modeRead | File::modeExclusive, File::modeRead, false},
-        {File::modeRead, File::modeRead | File::modeExclusive, false},
-    };
-    for (auto const& row : table) {
-        SCOPED_TRACE(std::to_string(row.first) + " then " + std::to_string(row.second));
+    } const table[] = {{File::modeRead, File::modeReadWrite, true},
+                       {File::modeWrite, File::modeReadDenyWrite, false},
+                       {File::modeReadDenyWrite, File::modeRead, true},
+                       {File::modeReadDenyWrite, File::modeReadDenyWrite, true},
+                       {File::modeReadDenyWrite, File::modeWrite, false},
+                       {File::modeReadDenyWrite, createNew, false},
+                       {File::modeRead | File::modeExclusive, File::modeRead, false},
+                       {File::modeRead, File::modeRead | File::modeExclusive, false}};
+    for (auto const& [mode, second, allowed] : table) {
+        SCOPED_TRACE(std::to_string(mode) + " then " + std::to_string(second));
         nxFileMake("share.txt", "kept");
-        File first("share.txt", row.first);
-        EXPECT_EQ(File("share.txt", row.second).errorNum(), row.allowed ? 0 : errorNumFileShared);
-        EXPECT_EQ(openElsewhere("share.txt", row.second), row.allowed ? 0 : 1);
-        EXPECT_EQ(NX_File::fileErase("share.txt"), -1);
-        EXPECT_EQ(NxErrorNum(), errorNumFileShared);
-        EXPECT_EQ(NX_File::fileMove("share.txt", "elsewhere.txt"), -1);
-        EXPECT_EQ(NxErrorNum(), errorNumFileShared);
-        first.fileClose();
+        File const first("share.txt", mode);
+        EXPECT_EQ(File("share.txt", second).errorNum(), allowed ? 0 : errorNumFileShared);
+        EXPECT_EQ(nxRunSelf("file-open", {"share.txt", std::to_string(second)}), allowed ? 0 : 1);
+        EXPECT_TRUE(NX_File::fileErase("share.txt") == -1 && NxErrorNum() == errorNumFileShared);
         EXPECT_EQ(nxFileContent("share.txt"), "kept");
     }
-    EXPECT_EQ(openElsewhere("share.txt", File::modeRead | File::modeExclusive), 0);
 }
 
 TEST(File, Transfers) {
     File file("data.bin", createNew);
     char buffer[16] = {};
-    EXPECT_EQ(file.dataWrite("0123456789", 10), 0);
-    EXPECT_EQ(file.dataReadEOF(buffer, 4), 0);
-    EXPECT_EQ(file.dataReadAt(2, buffer, 4), 0);
-    EXPECT_STREQ(buffer, "2345");
-    EXPECT_EQ(file.dataReadEOF(buffer, sizeof buffer), 4);
+    EXPECT_EQ((NXS_Results{file.dataWrite("0123456789", 10), file.dataReadEOF(buffer, 4),
+                           file.dataReadAt(2, buffer, 4), file.dataReadEOF(buffer + 4, 9)}),
+              (NXS_Results{0, 0, 0, 4}));
+    EXPECT_STREQ(buffer, "23456789");
     NxErrorOk();
     EXPECT_EQ(file.dataReadAt(8, buffer, 4), -1);
-    EXPECT_EQ(NxErrorNum(), errorNumFileShort);
-    EXPECT_EQ(file.errorNum(), errorNumFileShort);
-    EXPECT_EQ(details(), "E=220 F=data.bin");
-    EXPECT_EQ(file.dataReadAt(3, buffer, 0), 0);
-    EXPECT_EQ(file.fileTell(), 3);
-    EXPECT_EQ(file.fileSize(), 10u);
-    EXPECT_EQ(file.fileTell(), 3);
-    EXPECT_EQ(file.fileSeek(-1, NX_FileSeekStart), -1);
-    EXPECT_EQ(file.fileSeek(-4, NX_FileSeekEnd), 6);
-    EXPECT_EQ(file.fileSeek(1, NX_FileSeekCurrent), 7);
-    EXPECT_EQ(file.fileSeek(2, static_cast<NX_FileSeekMode>(9)), 2);
-    EXPECT_EQ(file.dataZeroAt(4, 0), 0u);
-    EXPECT_EQ(file.fileTell(), 4);
-    EXPECT_EQ(file.dataZeroAt(4, 2000), 2000u);
-    EXPECT_EQ(file.dataCopyAt(0, 5, 0), 0u);
-    EXPECT_EQ(file.dataWriteAt(2010, "end", 3), 0);
-    EXPECT_EQ(file.fileFlush(), 0);
+    EXPECT_TRUE(file.errorNum() == errorNumFileShort && details() == "E=220 F=data.bin") << details();
+    EXPECT_EQ(
+        (NXS_Results{file.dataReadAt(3, buffer, 0), file.fileTell(), file.fileSize(), file.fileTell(),
+                     file.fileSeek(-1, NX_FileSeekStart), file.fileSeek(-4, NX_FileSeekEnd),
+                     file.fileSeek(1, NX_FileSeekCurrent), file.fileSeek(2, static_cast<NX_FileSeekMode>(9)),
+                     file.dataZeroAt(4, 0), file.fileTell(), file.dataZeroAt(4, 2000),
+                     file.dataCopyAt(0, 5, 0), file.dataWriteAt(2010, "end", 3), file.fileFlush()}),
+        (NXS_Results{0, 3, 10, 3, -1, 6, 7, 2, 0, 4, 2000, 0, 0, 0}));
     EXPECT_EQ(nxFileContent("data.bin"), "0123" + std::string(2006, '\0') + "end");
-
-    EXPECT_EQ(file.fileClose(), 0);
-    EXPECT_EQ(file.fileClose(), 0);
-    EXPECT_EQ(file.dataRead(buffer, 1), -1);
-    EXPECT_EQ(NxErrorNum(), errorNumSystem);
+    EXPECT_EQ((NXS_Results{file.fileClose(), file.fileClose(), file.dataRead(buffer, 1)}),
+              (NXS_Results{0, 0, -1}));
     EXPECT_EQ(details(), "E=580 F=data.bin");
-    EXPECT_EQ(file.fileFlush(), -1);
-    EXPECT_EQ(file.fileSize(), NX_NO_INDEX);
-    EXPECT_EQ(file.dataZeroAt(0, 0), NX_NO_INDEX);
+    EXPECT_TRUE(file.fileFlush() == -1 && file.fileSize() == NX_NO_INDEX &&
+                file.dataZeroAt(0, 0) == NX_NO_INDEX);
     EXPECT_EQ(File("data.bin", File::modeRead).dataWrite("x", 1), -1);
 }
 
@@ -176,38 +146,38 @@ TEST(File, OverlappingCopyGoesForwardByPieces) {
 
 TEST(File, LocksFollowTheHandle) {
     nxFileMake("lock.bin", std::string(64, 'x'));
-    File one("lock.bin", File::modeReadWrite);
-    File two("lock.bin", File::modeReadWrite);
+    constexpr File::LockMode exclusive = File::lockOn | File::lockExclusive;
+    File one("lock.bin", File::modeReadWrite), two("lock.bin", File::modeReadWrite);
     EXPECT_EQ(one.fileLockAt(0, static_cast<File::LockMode>(0x20 | 0x01), 8), -1);
     EXPECT_EQ(NxErrorNum(), errorNumLockMode);
-    EXPECT_EQ(one.fileLockAt(16, File::lockOn, 16), 0);
-    EXPECT_EQ(two.fileLockAt(8, File::lockOnBoth, 16), 0); // both shared
-    EXPECT_EQ(two.fileLockAt(31, File::lockOn | File::lockExclusive, 1), -1);
-    EXPECT_EQ(NxErrorNum(), errorNumFileLocked);
+    EXPECT_EQ((NXS_Results{one.fileLockAt(16, File::lockOn, 16), two.fileLockAt(8, File::lockOnBoth, 16),
+                           two.fileLockAt(31, exclusive, 1)}),
+              (NXS_Results{0, 0, -1})); // both shared, then refused
     EXPECT_EQ(details(), "E=205 F=lock.bin P=31");
-    EXPECT_EQ(two.fileLockAt(32, File::lockOn | File::lockExclusive, 1), 0);
-    EXPECT_EQ(one.fileLockAt(16, File::lockOff, 999), 0); // takes the position as the length
-    EXPECT_EQ(two.fileLockAt(24, File::lockOn | File::lockExclusive, 8), 0);
-    EXPECT_EQ(two.fileLockAt(24, File::lockOff, 8), -1);
+    // Unlocking takes the position as the length.
+    EXPECT_EQ((NXS_Results{two.fileLockAt(32, exclusive, 1), one.fileLockAt(16, File::lockOff, 999),
+                           two.fileLockAt(24, exclusive, 8), two.fileLockAt(24, File::lockOff, 8)}),
+              (NXS_Results{0, 0, 0, -1}));
     two.fileClose();
-    EXPECT_EQ(one.fileLockAt(0, File::lockOn | File::lockExclusive, 64), 0);
+    EXPECT_EQ(one.fileLockAt(0, exclusive, 64), 0);
 }
 
 TEST(File, LocksHoldBetweenProcesses) {
-    nxFileMake("lock2.bin", std::string(64, 'x'));
-    File file("lock2.bin", File::modeReadWrite);
+    nxFileMake("lock.bin", std::string(64, 'x'));
+    File file("lock.bin", File::modeReadWrite);
     {
-        NXS_Child child("file-lock", {"lock2.bin", "ready1", "60000"});
+        NXS_Child child("file-lock", {"ready1", "60000"});
         ASSERT_TRUE(nxFileAwait("ready1"));
-        EXPECT_EQ(file.fileLockAt(20, File::lockOn, 1), -1);
-        EXPECT_EQ(file.fileLockAt(20, File::lockOn | File::lockRetry, 1), -1);
-        EXPECT_EQ(file.fileLockAt(40, File::lockOn, 1), 0);
+        EXPECT_EQ((NXS_Results{file.fileLockAt(20, File::lockOn, 1),
+                               file.fileLockAt(20, File::lockOn | File::lockRetry, 1),
+                               file.fileLockAt(40, File::lockOn, 1)}),
+                  (NXS_Results{-1, -1, 0}));
         child.kill();
     }
     EXPECT_EQ(file.fileLockAt(20, File::lockOn, 1), 0);
     file.fileClose();
-    File waiting("lock2.bin", File::modeReadWrite);
-    NXS_Child child("file-lock", {"lock2.bin", "ready2", "300"});
+    File waiting("lock.bin", File::modeReadWrite);
+    NXS_Child child("file-lock", {"ready2", "300"});
     ASSERT_TRUE(nxFileAwait("ready2"));
     EXPECT_EQ(waiting.fileLockAt(16, File::lockOn | File::lockExclusive | File::lockWait, 4), 0);
     EXPECT_EQ(child.wait(), 0);
@@ -216,38 +186,30 @@ TEST(File, LocksHoldBetweenProcesses) {
 TEST(File, ByName) {
     nxFileMake("from.txt", "content");
     nxFileMake("to.txt", "something longer");
-    EXPECT_EQ(NX_File::fileCopy("from.txt", "to.txt"), 0);
-    EXPECT_EQ(nxFileContent("to.txt"), "content");
-    EXPECT_EQ(NX_File::fileMove("from.txt", "to.txt"), -1);
-    EXPECT_EQ(NxErrorNum(), errorNumFileExists);
+    EXPECT_TRUE(NX_File::fileCopy("from.txt", "to.txt") == 0 && nxFileContent("to.txt") == "content");
+    EXPECT_TRUE(NX_File::fileMove("from.txt", "to.txt") == -1 && NxErrorNum() == errorNumFileExists);
     EXPECT_EQ(details().find(" F="), std::string::npos);
-    EXPECT_EQ(NX_File::fileCopy("none.txt", "copy.txt"), -1);
-    EXPECT_EQ(NxErrorNum(), errorNumFileNotFound);
+    EXPECT_TRUE(NX_File::fileCopy("none.txt", "copy.txt") == -1 && NxErrorNum() == errorNumFileNotFound);
     EXPECT_NE(details().find(" F=copy.txt"), std::string::npos);
-    EXPECT_EQ(NX_File::fileMove("from.txt", "moved.txt"), 0);
-    EXPECT_EQ(NX_File::fileErase("from.txt"), -1);
+    EXPECT_EQ((NXS_Results{NX_File::fileMove("from.txt", "moved.txt"), NX_File::fileErase("moved.txt"),
+                           NX_File::fileErase("from.txt")}),
+              (NXS_Results{0, 0, -1}));
     EXPECT_NE(details().find(" F=from.txt"), std::string::npos);
-    EXPECT_EQ(NX_File::fileErase("moved.txt"), 0);
     EXPECT_FALSE(std::filesystem::exists("moved.txt"));
 }
 
 TEST(File, ComparisonByBlocks) {
     std::string const block(4096, 'b');
-    struct {
-        std::string a, b;
-        int result;
-    } const table[] = {
+    std::tuple<std::string, std::string, int> const table[] = {
         {"same", "same", 0},           {"same", "samf", 1},           {"same", "sam", 1},
         {block + "x", block + "x", 0}, {block + "x", block + "y", 1}, {block + "x", block, 0},
-        {block, block + "x", 0},       {"", "anything", 0},           {"anything", "", 0},
-    };
-    for (auto const& row : table) {
-        nxFileMake("a.cmp", row.a);
-        nxFileMake("b.cmp", row.b);
-        EXPECT_EQ(NX_File::fileCompare("a.cmp", "b.cmp"), row.result) << row.a.size() << ' ' << row.b.size();
+        {block, block + "x", 0},       {"", "anything", 0},           {"anything", "", 0}};
+    for (auto const& [a, b, result] : table) {
+        nxFileMake("a.cmp", a);
+        nxFileMake("b.cmp", b);
+        EXPECT_EQ(NX_File::fileCompare("a.cmp", "b.cmp"), result) << a.size() << ' ' << b.size();
     }
-    EXPECT_EQ(NX_File::fileCompare("a.cmp", "none.cmp"), -1);
-    EXPECT_EQ(NxErrorNum(), errorNumFileNotFound);
+    EXPECT_TRUE(NX_File::fileCompare("a.cmp", "none.cmp") == -1 && NxErrorNum() == errorNumFileNotFound);
 }
 
 TEST(File, VectorsReadAndWriteWholeItems) {
@@ -255,22 +217,17 @@ TEST(File, VectorsReadAndWriteWholeItems) {
     NX_IntVec vec(three, 3);
     {
         File file("vec.bin", createNew);
-        EXPECT_EQ(vec.dataWrite(file), 0);
-        EXPECT_EQ(vec.dataWrite(file, 1, 99), 0);
-        EXPECT_EQ(vec.dataWrite(file, 7, 0), 0);
+        EXPECT_TRUE(vec.dataWrite(file) == 0 && vec.dataWrite(file, 1, 99) == 0 &&
+                    vec.dataWrite(file, 7, 0) == 0);
     }
     EXPECT_EQ(std::filesystem::file_size("vec.bin"), 20u);
     std::filesystem::resize_file("vec.bin", 10);
     File file("vec.bin", File::modeRead);
-    EXPECT_EQ(vec.dataRead(file), 0);
-    ASSERT_EQ(vec.itemQty(), 2u);
-    EXPECT_EQ(vec[1], 2);
+    EXPECT_EQ((NXS_Results{vec.dataRead(file), vec.itemQty(), vec[1]}), (NXS_Results{0, 2, 2}));
     NX_IntVec other(three, 3);
-    file.fileSeek(0, NX_FileSeekStart);
-    EXPECT_EQ(other.dataRead(file, 1, 1), 0); // 1, then the file's 1 2, then 3
-    ASSERT_EQ(other.itemQty(), 4u);
-    EXPECT_EQ(other[2], 2);
-    EXPECT_EQ(other[3], 3);
+    file.fileSeek(0, NX_FileSeekStart); // 1, then the file's 1 2, then 3
+    EXPECT_EQ((NXS_Results{other.dataRead(file, 1, 1), other.itemQty(), other[2], other[3]}),
+              (NXS_Results{0, 4, 2, 3}));
     file.fileClose();
     EXPECT_EQ(other.dataRead(file), -1);
     EXPECT_ASSERTION(NX_IntVec().dataWrite(file), "item_num < itemQty()", "general/collm/v1.h");

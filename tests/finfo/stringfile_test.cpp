@@ -8,6 +8,8 @@
 #include "tests/support/support.h"
 
 #include <string>
+#include <tuple>
+#include <vector>
 
 namespace {
 
@@ -34,27 +36,22 @@ void ageSet(char const* name, unsigned int days) {
 
 TEST(StringFile, kindsOfNames) {
     dirMake("kinds", {"file.x"});
-    struct {
-        NX_FileNameType type;
-        std::initializer_list<char const*> names;
-    } const table[] = {
+    std::tuple<NX_FileNameType, std::vector<char const*>> const table[] = {
         {NX_FileNameEmpty, {""}},
         {NX_FileNameMissing, {"kinds/none", "none/file.x", "kinds/file.x/"}},
         {NX_FileNameFile, {"kinds/file.x", ".\\kinds\\file.x"}},
         {NX_FileNameDevice, {"C:", "nul"}},
         {NX_FileNameDir, {"kinds", "kinds/", "kinds\\", "."}},
-        {NX_FileNameWild, {"*.x", "kinds/?ile.x"}},
-    };
+        {NX_FileNameWild, {"*.x", "kinds/?ile.x"}}};
     NxErrorOk();
-    for (auto const& t : table) {
-        for (char const* name : t.names) {
+    for (auto const& [type, names] : table)
+        for (char const* name : names) {
             NX_StringA s(name);
-            EXPECT_EQ(t.type, s.nameType()) << name;
-            EXPECT_EQ(t.type == NX_FileNameFile, s.nameFind() == 1) << name;
-            EXPECT_EQ(t.type == NX_FileNameDir, s.nameIsDir(0) == 1) << name;
+            EXPECT_EQ((NXS_Results{s.nameType(), s.nameFind(), s.nameIsDir(0)}),
+                      (NXS_Results{type, type == NX_FileNameFile, type == NX_FileNameDir}))
+                << name;
             EXPECT_STREQ(name, s.dataPConst());
         }
-    }
     EXPECT_TRUE(NxErrorIsOK());
 }
 
@@ -85,18 +82,16 @@ TEST(StringFile, searchOrder) {
     struct {
         char const *name, *dir, *found;
         int here, dirToo;
-    } const table[] = {
-        {"both.x", "first", "first/both.x", 0, 0},
-        {"two.x", "first", nullptr, 0, 0},
-        {"two.x", "first|second", "second/two.x", 0, 0},
-        {"both.x", "first|second", "first/both.x", 0, 0},
-        {"three.x", "", "third/three.x", 0, 0},
-        {"first/one.x", "second", nullptr, 0, 0},
-        {"first/one.x", "second", "first/one.x", 1, 0},
-        {"third", ".", nullptr, 1, 0},
-        {"third", ".", "third", 0, 1},
-        {"", "first", nullptr, 1, 1},
-    };
+    } const table[] = {{"both.x", "first", "first/both.x", 0, 0},
+                       {"two.x", "first", nullptr, 0, 0},
+                       {"two.x", "first|second", "second/two.x", 0, 0},
+                       {"both.x", "first|second", "first/both.x", 0, 0},
+                       {"three.x", "", "third/three.x", 0, 0},
+                       {"first/one.x", "second", nullptr, 0, 0},
+                       {"first/one.x", "second", "first/one.x", 1, 0},
+                       {"third", ".", nullptr, 1, 0},
+                       {"third", ".", "third", 0, 1},
+                       {"", "first", nullptr, 1, 1}};
     for (auto const& t : table) {
         NX_StringA dir(t.dir);
         char const pairs[] = {'|', nxNameListSep, 0};
@@ -118,28 +113,27 @@ TEST(StringFile, patterns) {
     ageSet("find/a.x", 3);
     ageSet("find/b.x", 7);
     ageSet("find/c.x", 5);
-    using Find = int (*)(NX_StringA&);
+    auto const sorted = [](NX_StringA& s, int withDir) {
+        return s.nameFind(NX_FileInfo::nameCompare, NX_FileFindAll, ageWrite, withDir);
+    };
+    auto const newest = [](NX_StringA& s, int) { return s.nameFindNewest(NX_FileFindAll, ageWrite); };
+    auto const first = [](NX_StringA& s, int type) {
+        return s.nameFindFirst(static_cast<NX_FileFindType>(type));
+    };
     struct {
         char const* pattern;
-        Find find;
+        int (*find)(NX_StringA&, int);
+        int argument;
         char const* found; // the pattern: nothing
     } const table[] = {
-        {"find/?*.x",
-         [](NX_StringA& s) { return s.nameFind(NX_FileInfo::nameCompare, NX_FileFindAll, ageWrite, 1); },
-         "find/a.x"},
-        {"find\\*.x",
-         [](NX_StringA& s) { return s.nameFind(NX_FileInfo::nameCompare, NX_FileFindAll, ageWrite, 0); },
-         "a.x"},
-        {"find/?.x", [](NX_StringA& s) { return s.nameFindNewest(NX_FileFindAll, ageWrite); }, "find/b.x"},
-        {"find/?*.y", [](NX_StringA& s) { return s.nameFindFirst(NX_FileFindAll); }, "find/d.y"},
-        {"fin?", [](NX_StringA& s) { return s.nameFindFirst(NX_FileFindDir); }, "find"},
-        {"find/?*.x", [](NX_StringA& s) { return s.nameFindFirst(NX_FileFindDir); }, "find/?*.x"},
-        {"none/?*", [](NX_StringA& s) { return s.nameFindNewest(NX_FileFindAll, ageWrite); }, "none/?*"},
-    };
-    for (auto const& t : table) {
-        NX_StringA s(t.pattern);
-        EXPECT_EQ(std::string(t.pattern) != t.found, t.find(s) == 1) << t.pattern;
-        EXPECT_STREQ(t.found, s.dataPConst());
+        {"find/?*.x", sorted, 1, "find/a.x"},    {"find\\*.x", sorted, 0, "a.x"},
+        {"find/?.x", newest, 0, "find/b.x"},     {"find/?*.y", first, NX_FileFindAll, "find/d.y"},
+        {"fin?", first, NX_FileFindDir, "find"}, {"find/?*.x", first, NX_FileFindDir, "find/?*.x"},
+        {"none/?*", newest, 0, "none/?*"}};
+    for (auto const& [pattern, find, argument, found] : table) {
+        NX_StringA s(pattern);
+        EXPECT_EQ(std::string(pattern) != found, find(s, argument) == 1) << pattern;
+        EXPECT_STREQ(found, s.dataPConst());
     }
 }
 
