@@ -72,8 +72,7 @@ TEST(ErrorBuf, LongValuesKeepTheirLastWords) {
         {a + " b " + quoted, "T=b " + quoted}, // only as much goes as must
         {quoted + " " + quoted + " " + quoted, "T=" + quoted + " " + quoted},
         {huge, "T=" + huge}, // nowhere to cut: whole
-        {"x " + huge, "T=" + huge},
-    };
+        {"x " + huge, "T=" + huge}};
     for (auto const& [value, kept] : rows) {
         NX_ErrorMan man(128);
         man.errorBufText(value.c_str());

