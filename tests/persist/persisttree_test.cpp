@@ -134,10 +134,7 @@ TEST(PersistTree, HostileTexts) {
     std::string deep = "S0";
     for (int n = 0; n < 5000; ++n)
         deep += dirText("P" + std::to_string(n == 0 ? 0 : n * 7 - 6), empty + "\nD\nD1( ");
-    struct {
-        char const* what;
-        std::string text;
-    } const table[] = {
+    std::pair<char const*, std::string> const table[] = {
         {"count past the file", "S0\nD\nD4000000000 d"},
         {"count that wraps", "S0\nD\nD4294967296 d"},
         {"list past the file", "S0" + dirText("P0", "\nD\nD60( " + std::string(200, ' '))},
@@ -152,10 +149,9 @@ TEST(PersistTree, HostileTexts) {
          "S0" + dirText("P0", empty + "\nD\nD1( " + dirText("P1", "\nP4\nP7"))},
         {"list referred to from inside",
          "S0" + dirText("P0", empty + "\nD\nD1( " + dirText("P1", "\nD\nP5\nD\nP7") + ")")},
-        {"unlimited depth", deep},
-    };
-    for (auto const& row : table)
-        EXPECT_EQ(loaded<NX_DirInfo>(row.text), errorNumPersistText) << row.what;
+        {"unlimited depth", deep}};
+    for (auto const& [what, text] : table)
+        EXPECT_EQ(loaded<NX_DirInfo>(text), errorNumPersistText) << what;
     // What one list still expects is not there for the lists in its records.
     std::string nested = "S0" + dirText("P0", empty + "\nD\nD40( " + dirText("P1", empty + "\nD\nD40( "));
     std::size_t const second = nested.rfind('(');
