@@ -54,18 +54,16 @@ TEST(String, writesCopySharedBlocks) {
     struct {
         Write write;
         char const* expected;
-    } const writes[] = {
-        {[](NX_StringA& s) { s += s; }, " ab cd  ab cd "},
-        {[](NX_StringA& s) { s += s(1, 2); }, " ab cd ab"},
-        {[](NX_StringA& s) { s = s.dataPConst() + 4; }, "cd "},
-        {[](NX_StringA& s) { s.strReplaceAt(0, 3, s.dataPConst() + 3, 4); }, " cd  cd "},
-        {[](NX_StringA& s) { s.strReplaceAt(2, 0, s); }, " a ab cd b cd "},
-        {[](NX_StringA& s) { s.strStrip(NX_StripBoth); }, "ab cd"},
-        {[](NX_StringA& s) { s.strXlate("abbacx"); }, " ba xd "},
-        {[](NX_StringA& s) { s.strLen(9, '.'); }, " ab cd .."},
-        {[](NX_StringA& s) { s(0, 4) = "#"; }, "#cd "},
-        {[](NX_StringA& s) { s.strPrintF("<%s>", s.dataPConst()); }, "< ab cd >"},
-    };
+    } const writes[] = {{[](NX_StringA& s) { s += s; }, " ab cd  ab cd "},
+                        {[](NX_StringA& s) { s += s(1, 2); }, " ab cd ab"},
+                        {[](NX_StringA& s) { s = s.dataPConst() + 4; }, "cd "},
+                        {[](NX_StringA& s) { s.strReplaceAt(0, 3, s.dataPConst() + 3, 4); }, " cd  cd "},
+                        {[](NX_StringA& s) { s.strReplaceAt(2, 0, s); }, " a ab cd b cd "},
+                        {[](NX_StringA& s) { s.strStrip(NX_StripBoth); }, "ab cd"},
+                        {[](NX_StringA& s) { s.strXlate("abbacx"); }, " ba xd "},
+                        {[](NX_StringA& s) { s.strLen(9, '.'); }, " ab cd .."},
+                        {[](NX_StringA& s) { s(0, 4) = "#"; }, "#cd "},
+                        {[](NX_StringA& s) { s.strPrintF("<%s>", s.dataPConst()); }, "< ab cd >"}};
     for (auto const& w : writes) {
         NX_StringA original(" ab cd ");
         NX_StringA copy(original);

@@ -82,8 +82,7 @@ TEST(StringFormat, whatIsNoConversionStays) {
     std::tuple<char const*, char const*> const cases[] = {
         {"50%", "50%"}, {"%", "%"},          {"a%y%d", "a%y7"}, {"%-08.3k|%d", "%-08.3k|7"},
         {"%*d", "%*d"}, {"%[A]%d", "%[A]7"}, {"%hhd", "%hhd"},  {"%5", "%5"},
-        {"%l", "%l"},   {"%-5%|", "%|"},     {"", ""},
-    };
+        {"%l", "%l"},   {"%-5%|", "%|"},     {"", ""}};
     for (auto const& [format, expected] : cases) {
         NX_StringA s("before");
         s.strPrintF(format, 7);

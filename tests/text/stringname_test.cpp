@@ -50,8 +50,7 @@ TEST(StringName, parts) {
         // Double-byte characters that end in the byte of a backslash.
         {"\x83\x5C", "|\x83\x5C||\x83\x5C||1"},
         {"\x83\x5C\\\x90\x5C.\x81\x5C", "\x83\x5C\\|\x90\x5C|\x81\x5C|\x90\x5C.\x81\x5C|\x83\x5C|2"},
-        {"a\\\x83\x5C\\", "a\\\x83\x5C\\|||\x83\x5C|a\\\x83\x5C|2d"},
-    };
+        {"a\\\x83\x5C\\", "a\\\x83\x5C\\|||\x83\x5C|a\\\x83\x5C|2d"}};
     NxDbcsIsLead(0x81, 0x9F, 1);
     for (auto const& [name, expected] : table)
         EXPECT_EQ(expected, parts(name)) << name;
@@ -64,11 +63,7 @@ TEST(StringName, parts) {
 
 TEST(StringName, changing) {
     using Step = void (*)(NX_StringA&);
-    struct {
-        char const* name;
-        Step step;
-        char const* expected;
-    } const table[] = {
+    std::tuple<char const*, Step, char const*> const table[] = {
         {"d\\f.x", WITH(s.nameExt("yy", 1)), "d\\f.yy"},
         {"d\\f.x", WITH(s.nameExt(".yy", 1)), "d\\f.yy"},
         {"d.e\\f", WITH(s.nameExt(NX_StringA("y"), 1)), "d.e\\f.y"},
@@ -91,12 +86,11 @@ TEST(StringName, changing) {
         {"C:\\alpha\\beta\\gamma\\f.x", WITH(s.nameAbbreviate(3)), "C:\\...\\f.x"},
         {"one/two/three/four/five/six", WITH(s.nameAbbreviate(19)), "one/.../five/six"},
         {"FILE009", [](NX_StringA& s) { EXPECT_EQ(1, s.nameInc()); }, "FILE010"},
-        {"none", [](NX_StringA& s) { EXPECT_EQ(-1, s.nameInc()); }, "none"},
-    };
-    for (auto const& t : table) {
-        NX_StringA s(t.name);
-        t.step(s);
-        EXPECT_EQ(t.expected, text(s)) << t.name << " (row " << &t - table << ")";
+        {"none", [](NX_StringA& s) { EXPECT_EQ(-1, s.nameInc()); }, "none"}};
+    for (auto const& [name, step, expected] : table) {
+        NX_StringA s(name);
+        step(s);
+        EXPECT_EQ(expected, text(s)) << name;
     }
 }
 

@@ -90,8 +90,7 @@ TEST(StringVariables, references) {
         {"%[long_Name1]%[long_Name1]", "a longer valuea longer value"},
         {"%[none]-%[A]", "%[none]-%[B]"},
         {"%[]%[a b]%[A", "%[]%[a b]%[A"},
-        {"%[%[B]]", "%[]"},
-    };
+        {"%[%[B]]", "%[]"}};
     for (auto const& [text, expected] : table) {
         NX_StringA s(text);
         EXPECT_STREQ(expected, s.strVarReplace(dict).dataPConst()) << text;

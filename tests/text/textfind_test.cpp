@@ -1,10 +1,9 @@
 // tests/text/textfind_test.cpp - searching, spans and case: a table, then all forms against a naive model.
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <tuple>
 
 #include "general/text/textprim.h"
+#include "tests/support/support.h"
 #include "tests/text/textsupport.h"
 
 namespace {
@@ -72,8 +71,7 @@ TEST(TextFind, QuotesIn8And16Bits) {
     }
     NXS_CodePage const page(932);
     char const* text = "\x81\\\x81\",\x81,";
-    EXPECT_EQ(offset(NxTextFindXQuote(text, ','), text), 4);
-    EXPECT_EQ(offset(NxTextFindXQuote(text, 0x812C), text), 5);
+    EXPECT_TRUE(NxTextFindXQuote(text, ',') == text + 4 && NxTextFindXQuote(text, 0x812C) == text + 5);
 }
 
 TEST(TextFind, CaseQuestionsAndEnds) {
@@ -83,11 +81,10 @@ TEST(TextFind, CaseQuestionsAndEnds) {
         {"", 1, 1, 0, 0},     {"A\x81\x41", 0, 0, 0x8141, 3}, {"\x81\x81\x41", 0, 0, 'A', 2},
         {" ", 0, 1, ' ', 0},  {"\xB1", 0, 1, 0xB1, 0}};
     for (auto const& [text, isUpper, isUpperAZ, last, dbcsEnd] : rows) {
-        SCOPED_TRACE(testing::PrintToString(text));
-        EXPECT_EQ(NxTextIsUpper(text) != 0, isUpper);
-        EXPECT_EQ(NxTextIsUpperAZ(text) != 0, isUpperAZ);
-        EXPECT_EQ(NxTextLast(text), last);
-        EXPECT_EQ(offset(NxTextDbcsEnd(text), text), dbcsEnd);
+        EXPECT_EQ((NXS_Results{NxTextIsUpper(text) != 0, NxTextIsUpperAZ(text) != 0, NxTextLast(text),
+                               offset(NxTextDbcsEnd(text), text)}),
+                  (NXS_Results{isUpper, isUpperAZ, last, dbcsEnd}))
+            << testing::PrintToString(text);
     }
     EXPECT_TRUE(NxTextLast(NX_TextA1PtrConst()) == 0 && NxTextLast(NX_TextW1PtrConst(), 3) == 0);
     EXPECT_EQ(NxTextLast(NXS_Wide("ab")), 'b');
@@ -97,15 +94,13 @@ TEST(TextFind, CaseQuestionsAndEnds) {
 TEST(TextFind, FlagAndTableApart) {
     NXS_CodePage const page(932);
     char text[] = "\x81,\x81\x61,";
-    EXPECT_EQ(offset(NxTextFind(text, ','), text), 4);
-    EXPECT_EQ(NxTextSpanNot(text, ","), 4);
+    EXPECT_TRUE(offset(NxTextFind(text, ','), text) == 4 && NxTextSpanNot(text, ",") == 4);
     EXPECT_STREQ(NxTextUpper(text), "\x81,\x81\x61,");
     NxDbcsIsTrue(0);
-    EXPECT_EQ(offset(NxTextFind(text, ','), text), 1);
-    EXPECT_EQ(offset(NxTextFind(text, ",\x81"), text), 1);
-    EXPECT_EQ(NxTextSpanNot(text, ","), 1);
-    EXPECT_EQ(offset(NxTextFind(text, 5, ','), text), 4);
-    EXPECT_EQ(NxTextSpanNot(text, 5, ","), 4);
+    EXPECT_EQ((NXS_Results{offset(NxTextFind(text, ','), text), offset(NxTextFind(text, ",\x81"), text),
+                           NxTextSpanNot(text, ","), offset(NxTextFind(text, 5, ','), text),
+                           NxTextSpanNot(text, 5, ",")}),
+              (NXS_Results{1, 1, 1, 4, 4}));
     NxTextUpper(text, 5);
     EXPECT_STREQ(text, "\x81,\x81\x61,");
     EXPECT_STREQ(NxTextUpper(text), "\x81,\x81\x41,");
@@ -139,20 +134,18 @@ TEST(TextFind, AllFormsAgreeWithTheModel) {
                 ASSERT_EQ(offset(last ? NxTextFindLast(t, ch) : NxTextFind(t, ch), t), expectedCh);
                 ASSERT_EQ(offset(last ? NxTextFindLast(n, len, ch) : NxTextFind(n, len, ch), n), expectedCh);
             }
-            auto const inSet = [&](unsigned int c) { return occurs(subChars, c); };
-            auto const notInSet = [&](unsigned int c) { return !occurs(subChars, c); };
-            ASSERT_EQ(NxTextSpan(t, sub.c_str()), modelRun(chars, len, inSet));
-            ASSERT_EQ(NxTextSpan(n, len, sub.c_str()), modelRun(chars, len, inSet));
-            ASSERT_EQ(NxTextSpanNot(t, sub.c_str()), modelRun(chars, len, notInSet));
-            ASSERT_EQ(NxTextSpanNot(n, len, sub.c_str()), modelRun(chars, len, notInSet));
-            ASSERT_EQ(NxTextSpaceLen(n, len), modelRun(chars, len, isSpace));
-            ASSERT_EQ(NxTextSpaceNotLen(t), modelRun(chars, len, [](unsigned int c) { return !isSpace(c); }));
+            int const in = modelRun(chars, len, [&](unsigned int c) { return occurs(subChars, c); });
+            int const notIn = modelRun(chars, len, [&](unsigned int c) { return !occurs(subChars, c); });
             int end = 0;
             for (NXS_Char const& c : chars)
                 end = isSpace(c.value) ? end : c.at + c.width;
-            ASSERT_EQ(NxTextSpaceNotEnd(t), end);
-            ASSERT_EQ(NxTextSpaceNotEnd(n, len), end);
-            ASSERT_EQ(NxTextLast(t), chars.empty() ? 0 : static_cast<int>(chars.back().value));
+            char const* const set = sub.c_str();
+            ASSERT_EQ((NXS_Results{NxTextSpan(t, set), NxTextSpan(n, len, set), NxTextSpanNot(t, set),
+                                   NxTextSpanNot(n, len, set), NxTextSpaceNotEnd(t),
+                                   NxTextSpaceNotEnd(n, len), NxTextLast(t)}),
+                      (NXS_Results{in, in, notIn, notIn, end, end, chars.empty() ? 0 : chars.back().value}));
+            ASSERT_EQ(NxTextSpaceLen(n, len), modelRun(chars, len, isSpace));
+            ASSERT_EQ(NxTextSpaceNotLen(t), modelRun(chars, len, [](unsigned int c) { return !isSpace(c); }));
             std::string changed = counted;
             ASSERT_EQ(NxTextUpper(changed.data(), len), changed.data());
             ASSERT_EQ(changed, modelCase(text, 'a') + sub);
@@ -165,10 +158,11 @@ TEST(TextFind, AllFormsAgreeWithTheModel) {
                 continue;
             NXS_Wide wide(text);
             NXS_Wide const wideSub(sub);
-            ASSERT_EQ(wide.offset(NxTextFind(wide, len, wideSub)), modelFind(chars, len, subChars, false));
-            ASSERT_EQ(wide.offset(NxTextFindLast(wide, wideSub)), modelFind(chars, len, subChars, true));
-            ASSERT_EQ(NxTextSpan(wide, wideSub), modelRun(chars, len, inSet));
-            ASSERT_EQ(NxTextSpaceNotEnd(wide), end);
+            ASSERT_EQ((NXS_Results{wide.offset(NxTextFind(wide, len, wideSub)),
+                                   wide.offset(NxTextFindLast(wide, wideSub)), NxTextSpan(wide, wideSub),
+                                   NxTextSpaceNotEnd(wide)}),
+                      (NXS_Results{modelFind(chars, len, subChars, false),
+                                   modelFind(chars, len, subChars, true), in, end}));
             NxTextUpper(wide);
             ASSERT_EQ(wide.text(), modelCase(text, 'a'));
         }
@@ -180,18 +174,14 @@ TEST(TextFind, ZerosAndLoneLeadBytes) {
     NXS_CodePage const page(932);
     char const text[] = {'a', 0, 'b', 0, ' ', '\x81', 'a', '\x81'};
     auto const at = [&](NX_TextA1PtrConst found) { return offset(found, text); };
-    EXPECT_EQ(at(NxTextFind(text, 8, 0)), 1);
-    EXPECT_EQ(at(NxTextFindLast(text, 8, 0)), 3);
-    EXPECT_EQ(at(NxTextFind(text, 8, "b")), 2);
-    EXPECT_EQ(at(NxTextFindLast(text, 8, 'a')), 0);
-    EXPECT_EQ(at(NxTextFind(text, 8, 0x8100)), 7);
-    EXPECT_EQ(at(NxTextFindLast(text, 8, 0x8161)), 5);
-    EXPECT_EQ(at(NxTextFind(text, 6, 0x8161)), -1);
-    EXPECT_EQ(NxTextLast(text, 8), 0x8100);
-    EXPECT_EQ(NxTextSpan(text, 8, "ab "), 1); // the zero is in no set
-    EXPECT_EQ(NxTextSpanNot(text, 8, " "), 4);
-    EXPECT_EQ(NxTextSpaceNotEnd(text, 8), 8);
-    EXPECT_EQ(at(NxTextFind(text, -3, 'a')), -1);
+    EXPECT_EQ((NXS_Results{at(NxTextFind(text, 8, 0)), at(NxTextFindLast(text, 8, 0)),
+                           at(NxTextFind(text, 8, "b")), at(NxTextFindLast(text, 8, 'a')),
+                           at(NxTextFind(text, 8, 0x8100)), at(NxTextFindLast(text, 8, 0x8161)),
+                           at(NxTextFind(text, 6, 0x8161)), at(NxTextFind(text, -3, 'a'))}),
+              (NXS_Results{1, 3, 2, 0, 7, 5, -1, -1}));
+    EXPECT_EQ((NXS_Results{NxTextLast(text, 8), NxTextSpan(text, 8, "ab "), NxTextSpanNot(text, 8, " "),
+                           NxTextSpaceNotEnd(text, 8)}),
+              (NXS_Results{0x8100, 1, 4, 8})); // the zero is in no set
     char const* overlap = "a\x81\x61\x81\x61"; // the later hit starts in a trail byte
     EXPECT_EQ(offset(NxTextFindLast(overlap, "a\x81\x61"), overlap), 0);
 }

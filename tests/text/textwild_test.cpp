@@ -40,8 +40,7 @@ TEST(TextWildMerge, Table) {
         {"same width", {{"\x81\x40", "\x82\x41*", "\x82\x41"}, {"", "a\x81\x40", "a\x81\x40", 4}}},
         {"no room for the wider one", {{"abc", "\x81\x40*", "abc", 4}}},
         {"trail bytes",
-         {{"a\x81.b.c", "*.x", "a\x81.b.x"}, {"\x81*x", "?y*", "\x81*y"}, {"abc", "\x81", "\x81"}}},
-    };
+         {{"a\x81.b.c", "*.x", "a\x81.b.x"}, {"\x81*x", "?y*", "\x81*y"}, {"abc", "\x81", "\x81"}}}};
     for (auto const& [what, rows] : groups)
         for (Row const& row : rows)
             EXPECT_EQ(merge(row.name, row.pattern, row.cap, row.fold), row.result)
