@@ -64,8 +64,7 @@ TEST(ErrorBuf, MakesRoomExactly) {
 }
 
 TEST(ErrorBuf, LongValuesKeepTheirLastWords) {
-    std::string const a(90, 'a');
-    std::string const quoted = "\"" + std::string(30, 'q') + " " + std::string(30, 'r') + "\"";
+    std::string const a(90, 'a'), quoted = "\"" + std::string(30, 'q') + " " + std::string(30, 'r') + "\"";
     std::string const huge(300, 'h');
     std::tuple<std::string, std::string> const rows[] = {
         {a + " " + a, "T=" + a},

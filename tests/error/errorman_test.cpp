@@ -83,8 +83,7 @@ TEST_F(ErrorMan, LogEntries) {
     man.errorOk();
     std::string log = nxFileContent("quorix.log");
     std::erase(log, '\r');
-    std::string const message = "Error: x: Already exists: try correct name\n";
-    std::string const buf = "  Buf: E=210 F=x\n";
+    std::string const message = "Error: x: Already exists: try correct name\n", buf = "  Buf: E=210 F=x\n";
     std::string const expected[] = {message + buf, message + " Note: a note\n" + buf,
                                     message + buf + " File: f.cpp,12\n",
                                     message + " Note: a note\n" + buf + " File: f.cpp,12\n"};

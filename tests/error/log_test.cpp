@@ -96,8 +96,7 @@ std::string line(char const* address, std::string hex, std::string const& chars,
 }
 
 TEST(HexDump, StreamWithRuler) {
-    std::string const note(10, ' ');
-    std::string const zeros = "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00";
+    std::string const note(10, ' '), zeros = "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00";
     std::string const dots(16, '.');
     EXPECT_EQ(dump("", 5), "");
     EXPECT_EQ(dump("A\x1F\xFE", 0x1234), note + ruler + line("1230", "41 1f fe", "A.\xFE", 4));

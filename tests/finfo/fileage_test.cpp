@@ -63,8 +63,7 @@ TEST(FileAge, NowIsUniversalTime) {
 }
 
 TEST(FileAge, TimesOfFiles) {
-    NX_FileAge8 const odd = {1998, 7, 4, 9, 5, 3, 50};
-    NX_FileAge8 const even = {1998, 7, 4, 9, 5, 2, 0};
+    NX_FileAge8 const odd = {1998, 7, 4, 9, 5, 3, 50}, even = {1998, 7, 4, 9, 5, 2, 0};
     NX_File file("age.txt", NX_File::modeReadWrite | NX_File::modeCreate);
     NX_Age const access = file.fileAge(ageAccess);
     EXPECT_EQ((NXS_Results{file.fileAge(odd, ageWrite), file.fileAge(ageWrite).ageCompareExact(even),

@@ -154,9 +154,7 @@ TEST(Persist, TheExampleComesBackExactly) {
 }
 
 TEST(Persist, SharingSurvives) {
-    NX_StringA const a("abc");
-    NX_StringA const b(a);
-    NX_StringA const empty;
+    NX_StringA const a("abc"), b(a), empty;
     NX_FileAge8 const age = {1998, 7, 4, 9, 5, 2, 0};
     NX_FileAge8 const* const noAge = nullptr;
     std::string const text = saved(

@@ -21,10 +21,8 @@ std::string nameOf(unsigned int access, DWORD share) {
 int pairsWrong(int, char**) {
     int wrong = 0;
     for (unsigned int pair = 0; pair < 1024; ++pair) {
-        unsigned int const a1 = pair >> 8;
-        unsigned int const a2 = pair >> 3 & 3;
-        DWORD const s1 = pair >> 5 & 7;
-        DWORD const s2 = pair & 7;
+        unsigned int const a1 = pair >> 8, a2 = pair >> 3 & 3;
+        DWORD const s1 = pair >> 5 & 7, s2 = pair & 7;
         bool const expected = a1 == 0 || a2 == 0 || ((a2 & ~s1) == 0 && (a1 & ~s2) == 0);
         HANDLE const second = fileOpen(nameOf(a1, s1).c_str(), accesses[a2], s2);
         DWORD const error = GetLastError();

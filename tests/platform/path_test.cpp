@@ -20,8 +20,7 @@ TEST(PlatformPath, fullNames) {
     ASSERT_TRUE(SetCurrentDirectoryA("w"));
     char work[1000];
     std::string const here(work, GetCurrentDirectoryA(sizeof work, work));
-    std::string const up = here.substr(0, here.size() - 2);
-    std::string const drive = here[1] == ':' ? here.substr(0, 2) : "";
+    std::string const up = here.substr(0, here.size() - 2), drive = here[1] == ':' ? here.substr(0, 2) : "";
     // What it becomes, in front of it the current directory ('.'), the one above ('^') or the drive ('|').
     struct {
         char base;

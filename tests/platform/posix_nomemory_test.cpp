@@ -50,8 +50,7 @@ int failuresOf(std::function<bool()> const& call) {
 
 TEST(PosixNoMemory, CallsFailAndCanBeTriedAgain) {
     nxFileMake("a", "0123456789");
-    HANDLE file = INVALID_HANDLE_VALUE;
-    HANDLE search = INVALID_HANDLE_VALUE;
+    HANDLE file = INVALID_HANDLE_VALUE, search = INVALID_HANDLE_VALUE;
     WIN32_FIND_DATAA found;
     DWORD const access = GENERIC_READ | GENERIC_WRITE;
     EXPECT_GT(failuresOf([&] { return (file = fileOpen("a", access)) != INVALID_HANDLE_VALUE; }), 0);

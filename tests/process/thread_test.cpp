@@ -126,8 +126,7 @@ TEST(Thread, WritersAreNotedWhenTheyChange) {
     NxErrorBufText(nullptr); // notes nothing
     NxErrorBufText("");      // notes the writer
     NxErrorBufText("c");
-    std::string const text = NxErrorManP()->errorBuf(1000).dataPConst();
-    std::string const id = std::to_string(worker.id);
+    std::string const text = NxErrorManP()->errorBuf(1000).dataPConst(), id = std::to_string(worker.id);
     std::size_t const at = text.find("T=before (<" + id + ">) T=a T=b (<");
     ASSERT_NE(at, std::string::npos) << text;
     EXPECT_TRUE(text.ends_with(">) T=c") && text.find("(<" + id, at + 12) == std::string::npos) << text;
@@ -152,8 +151,7 @@ TEST(Thread, ErrorsWorkWhereTheRegisteredObjectIsGone) {
 }
 
 TEST(ThreadRegistry, IsSortedAndReplaces) {
-    Worker one(untilCondemned);
-    Worker two(untilCondemned);
+    Worker one(untilCondemned), two(untilCondemned);
     unsigned int const high = 0xFFFFFFF0u; // identifiers are compared without sign
     for (unsigned int const id : {high + 3, high + 1, high + 2})
         EXPECT_EQ(NxThreadPInsert(id, &one), 1);

@@ -62,8 +62,7 @@ TEST(Dbcs, LeadByteSettings) {
 }
 
 TEST(Dbcs, JapaneseVariants) {
-    std::string const variants = "a\xFA\x5B\xE5\x41z\xFA\x54";
-    std::string const normal = "a\x81\xE6\x8E\xC7z\x81\xCA";
+    std::string const variants = "a\xFA\x5B\xE5\x41z\xFA\x54", normal = "a\x81\xE6\x8E\xC7z\x81\xCA";
     std::tuple<char const*, int, std::string, std::string> const rows[] = {
         {"mixed", 932, variants, normal},
         {"not Japanese", 936, variants, variants},
@@ -74,15 +73,13 @@ TEST(Dbcs, JapaneseVariants) {
     for (auto const& [name, codePage, text, result] : rows) {
         SCOPED_TRACE(name);
         NXS_CodePage const page(codePage);
-        std::string terminated = text;
-        std::string counted = text + "\xFA\x5B";
+        std::string terminated = text, counted = text + "\xFA\x5B";
         NxTextJapanNormal(terminated.data());
         NxTextJapanNormal(counted.data(), static_cast<unsigned int>(text.size()));
         EXPECT_EQ(terminated, result);
         EXPECT_EQ(counted, result + "\xFA\x5B");
     }
-    std::string host = "\xFA.\x5B,\xFA.\x5B";
-    std::string copy = "--------";
+    std::string host = "\xFA.\x5B,\xFA.\x5B", copy = "--------";
     NX_DbcsInfo(1252).dbcsJapanNormalHost(host.data(), copy.data(), 7);
     EXPECT_EQ(host, "\x81.\xE6,\xFA.\x5B");
     EXPECT_EQ(copy, "\x81-\xE6-----");

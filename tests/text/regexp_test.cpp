@@ -110,8 +110,7 @@ TEST(RegExp, AgreesWithPlainBacktracking) {
         ASSERT_TRUE(pattern.expIsOk()) << source;
         bool const anchored = source[0] == '^';
         unsigned int const start = below(text.size() + 1);
-        unsigned int expected = NX_NO_INDEX;
-        unsigned int expectedLength = 0;
+        unsigned int expected = NX_NO_INDEX, expectedLength = 0;
         for (unsigned int pos = start; pos <= text.size() && expected == NX_NO_INDEX; ++pos) {
             int const end = naive(pattern.dataPConst() + anchored, text, pos);
             if (end >= 0) {

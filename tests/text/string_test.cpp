@@ -65,8 +65,7 @@ TEST(String, writesCopySharedBlocks) {
                         {[](NX_StringA& s) { s(0, 4) = "#"; }, "#cd "},
                         {[](NX_StringA& s) { s.strPrintF("<%s>", s.dataPConst()); }, "< ab cd >"}};
     for (auto const& w : writes) {
-        NX_StringA original(" ab cd ");
-        NX_StringA copy(original);
+        NX_StringA original(" ab cd "), copy(original);
         EXPECT_EQ(original.dataPConst(), copy.dataPConst());
         w.write(copy);
         EXPECT_EQ(std::string(w.expected) + "| ab cd ", text(copy) + "|" + text(original)) << &w - writes;

@@ -59,14 +59,12 @@ std::string digitsAt(Chars const& text, std::size_t& i) {
 int modelOrder(Chars const& a, std::size_t lenA, Chars const& b, std::size_t lenB, bool fold, bool numbers) {
     for (std::size_t i = 0, j = 0; i < a.size() && j < b.size();) {
         if (numbers && isDigit(a[i]) && isDigit(b[j])) {
-            std::string const x = digitsAt(a, i);
-            std::string const y = digitsAt(b, j);
+            std::string const x = digitsAt(a, i), y = digitsAt(b, j);
             if (x.size() != y.size() || x != y)
                 return x.size() != y.size() ? lengthOrder(x.size(), y.size()) : x < y ? -1 : 1;
             continue;
         }
-        unsigned int const ca = foldIf(a[i++].value, fold);
-        unsigned int const cb = foldIf(b[j++].value, fold);
+        unsigned int const ca = foldIf(a[i++].value, fold), cb = foldIf(b[j++].value, fold);
         if (ca != cb)
             return ca > cb ? 1 : -1;
     }
@@ -74,8 +72,7 @@ int modelOrder(Chars const& a, std::size_t lenA, Chars const& b, std::size_t len
 }
 
 int model(std::string const& a, std::string const& b, int type) {
-    Chars const x = nxChars(a);
-    Chars const y = nxChars(b);
+    Chars const x = nxChars(a), y = nxChars(b);
     if (type == NX_CompareWild || type == NX_CompareWildFold)
         return modelWild(x, 0, y, 0, type == NX_CompareWildFold);
     return modelOrder(x, a.size(), y, b.size(), type >= NX_CompareFold, type % 2 == 1);

@@ -117,8 +117,7 @@ TEST(TextFind, AllFormsAgreeWithTheModel) {
             std::string const counted = text + sub; // what is behind the length must not be found
             SCOPED_TRACE(std::to_string(page) + testing::PrintToString(text) + " / " +
                          testing::PrintToString(sub));
-            Chars const chars = nxChars(text);
-            Chars const subChars = nxChars(sub);
+            Chars const chars = nxChars(text), subChars = nxChars(sub);
             int const len = static_cast<int>(text.size());
             char const* t = text.c_str();
             char const* n = counted.c_str();

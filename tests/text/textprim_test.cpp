@@ -42,8 +42,7 @@ TEST(TextPrim, CopyAndFillIn8And16Bits) {
 }
 
 TEST(TextPrim, Duplicates) {
-    NX_TextA1Ptr const plain = NxTextDup("abc");
-    NX_TextA1Ptr const extra = NxTextDup("abc", 2, 'z');
+    NX_TextA1Ptr const plain = NxTextDup("abc"), extra = NxTextDup("abc", 2, 'z');
     NX_TextW1Ptr const wide = NxTextDup(NXS_Wide("abc"), 3, 0);
     EXPECT_STREQ(plain, "abc");
     EXPECT_STREQ(extra, "abz");

@@ -23,8 +23,7 @@ std::string textOf(NX_TextVecA const& vec) {
 }
 
 TEST(TextVec, AppendingCharactersSharesNothingAndKeepsTheZeroBehind) {
-    NX_TextVecA text;
-    NX_TextVecA copy;
+    NX_TextVecA text, copy;
     std::string model;
     for (unsigned int n = 0; n < 3000; ++n) {
         if (n % 500 == 250)
