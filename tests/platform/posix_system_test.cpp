@@ -40,6 +40,18 @@ TEST(PosixLocale, pageFollowsVariableThenLocale) {
     nxPlatformCodePageSet(0);
 }
 
+// Another list starts anew, and a listed reply is a whole word.
+TEST(PosixMessageBox, listsOfReplies) {
+    std::pair<char const*, int> const rows[] = {{"cancel", IDCANCEL}, {"retry", IDRETRY}, {"r", IDCANCEL}};
+    testing::internal::CaptureStderr();
+    for (auto const& [list, reply] : rows) {
+        ::setenv("VX7_MESSAGE_REPLY", list, 1);
+        EXPECT_EQ(MessageBoxA(nullptr, "", nullptr, MB_RETRYCANCEL), reply) << list;
+    }
+    testing::internal::GetCapturedStderr();
+    ::unsetenv("VX7_MESSAGE_REPLY");
+}
+
 char const* typed; // what the person at the terminal types
 
 TEST(PosixMessageBox, terminalIsAsked) {
