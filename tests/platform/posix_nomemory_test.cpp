@@ -23,6 +23,13 @@ thread_local int allocationsLeft = unlimited;
         return p;
     throw std::bad_alloc();
 }
+[[gnu::noinline]] void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+    try {
+        return operator new(size);
+    } catch (std::bad_alloc const&) {
+        return nullptr;
+    }
+}
 [[gnu::noinline]] void operator delete(void* p) noexcept {
     std::free(p);
 }

@@ -83,16 +83,19 @@ TEST(PosixMessageBox, terminalIsAsked) {
 
 int interruptions;
 
+unsigned int NX_STDCALL idle(void*) {
+    return 0;
+}
+
 TEST(PosixSeam, failingCalls) {
     NXS_SeamScope const scope;
     nxSeam.allocate = [](std::size_t) -> void* { return nullptr; };
     EXPECT_REFUSED(GlobalAlloc(GMEM_MOVEABLE, 10), 8);
     nxSeam.threadStart = [](pthread_t*, pthread_attr_t const*, void* (*)(void*), void*) { return EAGAIN; };
     errno = 0;
-    auto const routine = [](void*) { return 0u; };
-    EXPECT_REFUSED(_beginthreadex(nullptr, 0, routine, nullptr, 0, nullptr), 8);
+    EXPECT_REFUSED(_beginthreadex(nullptr, 0, idle, nullptr, 0, nullptr), 8);
     EXPECT_EQ(errno, EAGAIN);
-    EXPECT_REFUSED(_beginthreadex(nullptr, 0, routine, nullptr, 4, nullptr), 50); // suspended
+    EXPECT_REFUSED(_beginthreadex(nullptr, 0, idle, nullptr, 4, nullptr), 50); // suspended
     nxSeam.sleep = [](timespec const* howLong, timespec* left) {
         *left = {0, howLong->tv_nsec - 1000000};
         errno = EINTR;
