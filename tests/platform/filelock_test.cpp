@@ -70,7 +70,7 @@ TEST_F(PlatformLock, unlockingIsExactAndCounts) {
 }
 
 TEST_F(PlatformLock, edgesOfRanges) {
-    constexpr std::uint64_t last = ~0ull, far = 1ull << 40;
+    constexpr std::uint64_t last = ~0ull, away = 1ull << 40;
     struct {
         std::uint64_t offset, size, offset2, size2;
         DWORD second;
@@ -78,7 +78,7 @@ TEST_F(PlatformLock, edgesOfRanges) {
                       {10, 0, 5, 5, 0},           {10, 0, 10, 0, 0},
                       {5, 10, 10, 0, 33},         {10, 10, 10, 0, 0},
                       {0, last, last - 1, 1, 33}, {last - 9, 9, last - 1, 1, 33},
-                      {last - 1, 1, last, 1, 0},  {far, 5, far + 4, 1, 33}};
+                      {last - 1, 1, last, 1, 0},  {away, 5, away + 4, 1, 33}};
     for (auto const& row : rows) {
         for (HANDLE const second : {one_, two_}) {
             EXPECT_EQ(0u, fileLock(one_, exclusive, row.offset, row.size)) << &row - rows;
