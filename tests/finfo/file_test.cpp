@@ -93,10 +93,11 @@ TEST(File, SharingHoldsForAllHandlesAndProcesses) {
     for (auto const& [mode, second, allowed] : table) {
         SCOPED_TRACE(std::to_string(mode) + " then " + std::to_string(second));
         nxFileMake("share.txt", "kept");
-        File const first("share.txt", mode);
+        File first("share.txt", mode);
         EXPECT_EQ(File("share.txt", second).errorNum(), allowed ? 0 : errorNumFileShared);
         EXPECT_EQ(nxRunSelf("file-open", {"share.txt", std::to_string(second)}), allowed ? 0 : 1);
         EXPECT_TRUE(NX_File::fileErase("share.txt") == -1 && NxErrorNum() == errorNumFileShared);
+        first.fileClose();
         EXPECT_EQ(nxFileContent("share.txt"), "kept");
     }
 }
