@@ -15,6 +15,19 @@ long posAdvanced(long pos, unsigned int by) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(pos) + by);
 }
 
+// Repeats `transfer`, which tells how many bytes it has done, as nxFileRetry does. Fewer than `size` are
+// error `shortNum`, at once.
+template <class Transfer>
+int transferAll(NX_File& file, unsigned int size, int shortNum, Transfer transfer) {
+    unsigned int done = 0;
+    NX_ErrorMan scope(NX_ErrorManSysReset);
+    do {
+        if (transfer(&done) == 0)
+            return done < size ? file.fileERR(shortNum) : scope.errorOk();
+    } while (NxErrorRetry(1));
+    return -1;
+}
+
 } // namespace
 
 int NX_File::readSys(void* buf, unsigned int size, unsigned int* done) {
@@ -59,13 +72,8 @@ int NX_File::flushSys() {
 }
 
 int NX_File::dataRead(void* buf, unsigned int size) {
-    unsigned int done = 0;
-    NX_ErrorMan scope(NX_ErrorManSysReset);
-    do {
-        if (readSys(buf, size, &done) == 0)
-            return done < size ? fileERR(errorNumFileShort) : scope.errorOk();
-    } while (NxErrorRetry(1));
-    return -1;
+    return transferAll(*this, size, errorNumFileShort,
+                       [&](unsigned int* done) { return readSys(buf, size, done); });
 }
 
 int NX_File::dataReadEOF(void* buf, unsigned int size) {
@@ -79,37 +87,26 @@ int NX_File::dataReadEOF(void* buf, unsigned int size) {
 }
 
 int NX_File::dataReadAt(long pos, void* buf, unsigned int size) {
-    unsigned int done = 0;
-    NX_ErrorMan scope(NX_ErrorManSysReset);
-    do {
+    return transferAll(*this, size, errorNumFileShort, [&](unsigned int* done) {
         long at;
-        if (seekSys(pos, NX_FileSeekStart, &at) == 0 && (size == 0 || readSys(buf, size, &done) == 0))
-            return done < size ? fileERR(errorNumFileShort) : scope.errorOk();
-    } while (NxErrorRetry(1));
-    return -1;
+        int const result = seekSys(pos, NX_FileSeekStart, &at);
+        return result != 0 || size == 0 ? result : readSys(buf, size, done);
+    });
 }
 
 int NX_File::dataWrite(void const* buf, unsigned int size) {
     if (size == 0)
         return 0;
-    unsigned int done = 0;
-    NX_ErrorMan scope(NX_ErrorManSysReset);
-    do {
-        if (writeSys(buf, size, &done) == 0)
-            return done < size ? fileERR(errorNumDiskFull) : scope.errorOk();
-    } while (NxErrorRetry(1));
-    return -1;
+    return transferAll(*this, size, errorNumDiskFull,
+                       [&](unsigned int* done) { return writeSys(buf, size, done); });
 }
 
 int NX_File::dataWriteAt(long pos, void const* buf, unsigned int size) {
-    unsigned int done = 0;
-    NX_ErrorMan scope(NX_ErrorManSysReset);
-    do {
+    return transferAll(*this, size, errorNumDiskFull, [&](unsigned int* done) {
         long at;
-        if (seekSys(pos, NX_FileSeekStart, &at) == 0 && (size == 0 || writeSys(buf, size, &done) == 0))
-            return done < size ? fileERR(errorNumDiskFull) : scope.errorOk();
-    } while (NxErrorRetry(1));
-    return -1;
+        int const result = seekSys(pos, NX_FileSeekStart, &at);
+        return result != 0 || size == 0 ? result : writeSys(buf, size, done);
+    });
 }
 
 unsigned long NX_File::dataCopyAt(long to, long from, unsigned long size) {
