@@ -60,7 +60,8 @@ private:
     int rowsRead(NX_DibUse use, std::uint32_t sizeGiven);
     int isRle() const { return compression_ == 1 || compression_ == 2; }
     unsigned int rowSize(unsigned int bits) const; // bytes, padded to 4
-    unsigned char const* rowP(unsigned int y) const;
+    unsigned char const* rowP(unsigned int y, unsigned int rowsOff, unsigned int bits) const;
+    unsigned char const* rowP(unsigned int y) const { return rowP(y, bitsOff_, depth_); }
     void indexRows(NX_Image& image, NX_Pixel const* table) const;
     void colorRows(NX_Image& image) const;
     void maskApply(NX_Image& image) const;

@@ -43,9 +43,9 @@ void indexesDecode(NX_Pixel* row, unsigned int width, unsigned char const* from,
 
 } // namespace
 
-// Row `y` of the image, counted from the top.
-unsigned char const* NX_Dib::rowP(unsigned int y) const {
-    return data_ + bitsOff_ + std::size_t{isTopDown_ ? y : height_ - 1 - y} * rowSize(depth_);
+// Row `y`, counted from the top, of rows that begin at `rowsOff` and have `bits` a pixel.
+unsigned char const* NX_Dib::rowP(unsigned int y, unsigned int rowsOff, unsigned int bits) const {
+    return data_ + rowsOff + std::size_t{isTopDown_ ? y : height_ - 1 - y} * rowSize(bits);
 }
 
 void NX_Dib::indexRows(NX_Image& image, NX_Pixel const* table) const {
@@ -95,8 +95,7 @@ void NX_Dib::maskApply(NX_Image& image) const {
         return;
     for (unsigned int y = 0; y < height_; ++y) {
         NX_Pixel* const row = image.rowPMod(y);
-        unsigned char const* const mask =
-            data_ + maskOff_ + std::size_t{isTopDown_ ? y : height_ - 1 - y} * rowSize(1);
+        unsigned char const* const mask = rowP(y, maskOff_, 1);
         for (unsigned int x = 0; x < width_; ++x)
             if ((mask[x / 8] >> (7 - x % 8) & 1) != 0)
                 row[x].alpha = 0;
