@@ -52,11 +52,10 @@ NX_StringA wordList(Word const (&words)[Count]) {
 
 // The file, or directory, that `name` means.
 NX_StringA catalogueOf(NX_StringA const& name) {
-    NX_EnvString dir(catalogDirVariable);
+    NX_EnvString const dir(catalogDirVariable);
     if (dir.strLen() == 0 || name.nameOfDir().strLen() != 0 || name.nameType() != NX_FileNameMissing)
         return name;
-    dir.nameDirSep();
-    return dir + name;
+    return {dir, name.dataPConst(), name.strLen(), NX_FileTypeFile};
 }
 
 // An option that is followed by a value.

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "general/error/errorman.h"
+#include "general/module/reslibrep.h"
 #include "general/module/resput.h"
 #include "general/platform/platform.h"
 
@@ -37,10 +38,7 @@ int NX_ResIconImage::imagePixels(NX_Image& image) const {
 }
 
 int NX_ResIconImage::imageRaise(int error, unsigned int line) const {
-    if (error == errorNumSystem)
-        NxErrorTypeOfSys(ERROR_NOT_SUPPORTED); // the generic error records it as S
-    NxERROR(error, sourceFile, line);
-    NxErrorBufFileName(data_.resLib().resLibName());
+    nxResLibERR(error, ERROR_NOT_SUPPORTED, data_.resLib().resLibName(), sourceFile, line);
     return NxErrorBufValue(id_);
 }
 

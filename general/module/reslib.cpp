@@ -60,12 +60,7 @@ void fileNameFull(NX_StringA& name) {
 }
 
 NX_StringA joined(NX_StringA const& name, NX_StringA const& directory) {
-    if (directory.itemQty() == 0)
-        return name;
-    NX_StringA path(directory);
-    path.nameDirSep();
-    path += name;
-    return path;
+    return {directory, name.dataPConst(), name.strLen(), NX_FileTypeFile};
 }
 
 } // namespace
@@ -73,6 +68,12 @@ NX_StringA joined(NX_StringA const& name, NX_StringA const& directory) {
 int nxResLibERR(int number, NX_StringA const& name, char const* file, unsigned int line) {
     NxERROR(number, file, line);
     return NxErrorBufFileName(name);
+}
+
+int nxResLibERR(int number, unsigned long sys, NX_StringA const& name, char const* file, unsigned int line) {
+    if (number == errorNumSystem)
+        NxErrorTypeOfSys(static_cast<long>(sys)); // the generic error records the last code as S
+    return nxResLibERR(number, name, file, line);
 }
 
 NX_ResLib::NX_ResLib(NX_ResLibRep* rep) {

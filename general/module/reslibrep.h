@@ -49,3 +49,5 @@ NX_StringA nxResLibOwn(NX_StringA const& text);
 
 // Records `number`, with the system's code where it is the generic one, and the name as F. Returns -1.
 int nxResLibERR(int number, NX_StringA const& name, char const* file, unsigned int line);
+// The same; `sys` is the system's code for the generic error.
+int nxResLibERR(int number, unsigned long sys, NX_StringA const& name, char const* file, unsigned int line);

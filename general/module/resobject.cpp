@@ -1,6 +1,7 @@
 #include "general/module/resobject.h"
 
 #include "general/error/errorman.h"
+#include "general/module/reslibrep.h"
 #include "general/platform/platform.h"
 
 namespace {
@@ -57,10 +58,7 @@ void NX_ResObject::resDecoded(int error) {
 }
 
 int NX_ResObject::resRaise(int number, unsigned long sys, char const* file, unsigned int line) const {
-    if (number == errorNumSystem)
-        NxErrorTypeOfSys(static_cast<long>(sys)); // the generic error records the last code as S
-    NxERROR(number, file, line);
-    NxErrorBufFileName(lib_.resLibName());
+    nxResLibERR(number, sys, lib_.resLibName(), file, line);
     return key_.resName().itemQty() != 0 ? NxErrorBufText(key_.resName().dataPConst())
                                          : NxErrorBufValue(key_.resId());
 }
