@@ -3,10 +3,11 @@
 // Files that are opened through a cache (filedata.h) keep the blocks they read and write in it. When a block
 // is needed and the budget is used up, the block goes that was not used for the longest time; a changed one
 // is written to its file first. What someone holds, and what could not be written, stays. The budget counts
-// the bytes of blocks, 16384 each; what is known about them comes on top: 4 KiB for a file, 6 KiB for each
-// 4 MiB of it of which something is in memory, and 128 KiB for a cache that has read ahead. A cache registers
-// with NX_CacheManager, which has a budget for all of them. Ownership: files and held pointers keep what they
-// need of a cache; it may be destroyed before them. Threads: all operations may come from any thread.
+// the bytes of blocks, 16384 each; what is known about them comes on top: 128 bytes for a block, 4 KiB for a
+// file, 6 KiB for each 4 MiB of it of which something is in memory, and 128 KiB for a cache that has read
+// ahead. A cache registers with NX_CacheManager, which has a budget for all of them. Ownership: files and
+// held pointers keep what they need of a cache; it may be destroyed before them. Threads: all operations may
+// come from any thread.
 #pragma once
 
 #include "general/platform/fwd.h"

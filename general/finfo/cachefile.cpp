@@ -183,6 +183,10 @@ NXS_CacheEnd NXS_CacheFile::readDirect(std::uint64_t pos, char* buf, std::uint32
     return {};
 }
 
+bool NXS_CacheFile::readHitLarge(std::uint64_t pos, void* buf, std::uint32_t size) {
+    return readHitBy(static_cast<void* (*)(void*, void const*, std::size_t)>(std::memcpy), pos, buf, size);
+}
+
 NXS_CacheEnd NXS_CacheFile::read(std::uint64_t pos, char* buf, std::uint32_t size, std::uint32_t& done) {
     NXS_CacheRoom room(store);
     Load load;

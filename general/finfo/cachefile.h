@@ -4,9 +4,8 @@
 #pragma once
 
 #include "general/finfo/cachestore.h"
+#include "general/finfo/copysmall.h"
 #include "general/finfo/file.h"
-
-#include <cstring>
 
 class NXS_CacheFile {
 public:
@@ -18,20 +17,12 @@ public:
     // Transfers at `pos`, with what the cache holds. `done`: bytes transferred; a read that ends early
     // without failing has met the end of the file.
     NXS_CacheEnd read(std::uint64_t pos, char* buf, std::uint32_t size, std::uint32_t& done);
-    // The same for bytes of one block that is in memory; false, having done nothing, for any others. `pos`
-    // may be anything. As few steps as can be: the processor then has several reads under way at once.
+    // The same for bytes of one block that is in memory, if nobody else is in the cache and it is the one
+    // used last; else false, having done nothing. `pos` and `size` may be anything. The fewer steps a small
+    // read takes, the more of them a processor has under way while memory answers; so it makes no call.
     bool readHit(std::uint64_t pos, void* buf, std::uint32_t size) {
-        if (readable_ == nullptr)
-            return false;
-        NXS_CacheStore::Guard const guard(store.lock);
-        NXS_CacheSlot* const slot = readable_->table.find(pos >> nxCacheBlockShift);
-        std::uint32_t const from = pos & (nxCacheBlockSize - 1);
-        if (slot == nullptr || size > nxCacheBlockSize - from || pos + size > readable_->size)
-            return false;
-        sequel_ = pos + size;
-        store.used(*slot);
-        std::memcpy(buf, slot->data->bytes + from, size);
-        return true;
+        return size <= nxCopySmallMost ? readHitBy(nxCopySmall, pos, buf, size)
+                                       : readHitLarge(pos, buf, size);
     }
     NXS_CacheEnd write(std::uint64_t pos, char const* buf, std::uint32_t size, std::uint32_t& done);
     // The block at `pos`, with one holder more, and how many bytes of the file it has from there; null at the
@@ -74,6 +65,25 @@ private:
     };
 
     ~NXS_CacheFile();
+    bool readHitLarge(std::uint64_t pos, void* buf, std::uint32_t size);
+    template <class Copy>
+    bool readHitBy(Copy copy, std::uint64_t pos, void* buf, std::uint32_t size) {
+        NXS_CacheSource const* const from = readable_;
+        NXS_CacheStore& cache = store;
+        if (size == 0 || from == nullptr || !cache.lock.tryBriefly())
+            return false;
+        NXS_CacheSlot* const slot = from->table.find(pos >> nxCacheBlockShift);
+        std::uint32_t const at = pos & (nxCacheBlockSize - 1);
+        bool const isHit =
+            slot != nullptr && size <= nxCacheBlockSize - at && pos + size <= from->size && cache.isTurn();
+        if (isHit) [[likely]] {
+            cache.usedInTurn(*slot);
+            sequel_ = pos + size;
+            copy(static_cast<char*>(buf), slot->data->bytes + at, size);
+        }
+        cache.lock.unlock();
+        return isHit;
+    }
     void joinSource(NX_File::OpenMode mode);
     NXS_CacheEnd readDirect(std::uint64_t pos, char* buf, std::uint32_t size, std::uint32_t& done);
 

@@ -19,9 +19,17 @@ public:
             wait(self);
     }
     void unlock() { owner_.store(0, std::memory_order_release); }
+    // For a few steps that neither wait nor call anything: false when somebody has it.
+    bool tryBriefly() {
+        std::uint32_t nobody = 0;
+        return owner_.compare_exchange_strong(nobody, somebody, std::memory_order_acquire,
+                                              std::memory_order_relaxed);
+    }
     bool isMine() const { return owner_.load(std::memory_order_relaxed) == GetCurrentThreadId(); }
 
 private:
+    static constexpr std::uint32_t somebody = 0xFFFFFFFF; // no thread's identifier
+
     [[gnu::noinline]] void wait(std::uint32_t self) {
         for (unsigned int looks = 0;; ++looks) {
             std::uint32_t nobody = 0;

@@ -42,13 +42,13 @@ bool oldestFree() {
     Guard const list(caches.lock);
     for (;;) {
         NXS_CacheStore* oldest = nullptr;
-        std::uint32_t priority = 0;
+        std::uint64_t stamp = 0;
         for (NXS_CacheStore* store = caches.first; store != nullptr; store = store->next) {
             Guard const guard(store->lock);
             NXS_CacheStore::Victim victim;
-            if (store->victimNext(victim) && (oldest == nullptr || victim.priority < priority)) {
+            if (store->victimNext(victim) && (oldest == nullptr || victim.stamp < stamp)) {
                 oldest = store;
-                priority = victim.priority;
+                stamp = victim.stamp;
             }
         }
         if (oldest == nullptr)

@@ -1,7 +1,23 @@
 // general/finfo/cacheroom.cpp - memory for blocks, got without a lock: asking for it may flush caches.
 #include "general/finfo/cachestore.h"
 
+#include <memory>
 #include <utility>
+
+namespace {
+
+NXS_CacheData* dataMake() {
+    void* memory = nullptr;
+    std::size_t room = sizeof(NXS_CacheData) + alignof(NXS_CacheData);
+    NxMemHeapAlloc(&memory, static_cast<unsigned int>(room));
+    void* at = memory;
+    auto* const data =
+        static_cast<NXS_CacheData*>(std::align(alignof(NXS_CacheData), sizeof(NXS_CacheData), at, room));
+    data->memory = memory;
+    return data;
+}
+
+} // namespace
 
 NXS_CacheRoom::~NXS_CacheRoom() {
     if (qty_ != 0 || staging_ != nullptr) {
@@ -44,9 +60,7 @@ void NXS_CacheRoom::make(unsigned int want, bool wantPage, bool force) {
             store_.blocks_ -= fresh;
             break;
         }
-        void* memory = nullptr;
-        NxMemHeapAlloc(&memory, sizeof(NXS_CacheData));
-        data_[qty_++] = static_cast<NXS_CacheData*>(memory);
+        data_[qty_++] = dataMake();
     }
     if (want > 1 && staging_ == nullptr)
         NxMemHeapAlloc(&staging_, most * nxCacheBlockSize);

@@ -7,17 +7,17 @@
 
 #include "general/finfo/cachefile.h"
 
-constinit std::atomic<NXS_CacheStore const*> nxCacheLast{nullptr};
+constinit std::atomic<std::uint64_t> nxCacheTurn{0};
 
 NXS_CacheStore::NXS_CacheStore(std::uint32_t budget) : NX_RefCountCacheRep(0x02), budget_(budget) {
-    top();
+    turnTake();
     nxCacheAdd(this);
 }
 
-void NXS_CacheStore::top() {
+void NXS_CacheStore::turnTake() {
+    constexpr std::uint64_t turn = 1u << nxCacheTurnShift;
     cachePriorityTop();
-    priority_ = static_cast<std::uint32_t>(cachePriority());
-    nxCacheLast.store(this, std::memory_order_relaxed);
+    clock_ = nxCacheTurn.fetch_add(turn, std::memory_order_relaxed) + turn;
 }
 
 NXS_CacheStore::~NXS_CacheStore() {
@@ -37,7 +37,7 @@ void NXS_CacheStore::victimsFind() {
                     return true;
                 std::pop_heap(victims_, victims_ + victimQty_--, younger);
             }
-            victims_[victimQty_++] = {slot.stamp, source, block, slot.priority};
+            victims_[victimQty_++] = {slot.stamp, source, block};
             std::push_heap(victims_, victims_ + victimQty_, younger);
             return true;
         });
@@ -74,7 +74,7 @@ NXS_CacheData* NXS_CacheStore::evict() {
 void NXS_CacheStore::dataFree(NXS_CacheData* data) {
     --blocks_;
     nxCacheBudgetGive();
-    void* memory = data;
+    void* memory = data->memory;
     NxMemHeapFree(&memory);
 }
 

@@ -15,8 +15,10 @@
 
 class NXS_CacheStore;
 
-// The cache used last; compared only, never followed.
-extern constinit std::atomic<NXS_CacheStore const*> nxCacheLast;
+// Caches take turns, of at most 2^nxCacheTurnShift uses of a block. A turn begins at a number above all
+// stamps before it, kept here for the newest turn, and counts on from there.
+inline constexpr unsigned int nxCacheTurnShift = 16;
+extern constinit std::atomic<std::uint64_t> nxCacheTurn;
 
 class NXS_CacheStore final : public NX_RefCountCacheRep {
 public:
@@ -26,14 +28,16 @@ public:
     using Guard = std::lock_guard<NXS_CacheLock>;
     NXS_CacheLock lock;
 
-    // Makes the block the one used last. The cache takes a new recency number when it was not the last one
-    // used.
+    // Makes the block the one used last. The cache takes a new turn and a new recency number when it was not
+    // the last one used, or when its turn is over.
     void used(NXS_CacheSlot& slot) {
-        if (nxCacheLast.load(std::memory_order_relaxed) != this) [[unlikely]]
-            top();
-        if (slot.priority != priority_)
-            slot.priority = priority_;
-        slot.stamp = ++clock_;
+        if (!isTurn()) [[unlikely]]
+            turnTake();
+        usedInTurn(slot);
+    }
+    void usedInTurn(NXS_CacheSlot& slot) { slot.stamp = ++clock_; } // REQUIRES: isTurn()
+    bool isTurn() const {
+        return (clock_ ^ nxCacheTurn.load(std::memory_order_relaxed)) >> nxCacheTurnShift == 0;
     }
 
     // A block that goes to make room.
@@ -41,7 +45,6 @@ public:
         std::uint64_t stamp;
         NXS_CacheSource* source;
         std::uint32_t block;
-        std::uint32_t priority;
     };
     // The least recently used block that is not held and has not failed to be written. False: none.
     bool victimNext(Victim& victim);
@@ -85,14 +88,13 @@ private:
         return slot.data->holders == 0 && !(source.stuck && slot.isDirty());
     }
     void victimsFind();
-    void top();
+    void turnTake();
 
     static constexpr unsigned int victimMost = 128;
 
     std::uint32_t budget_;
     std::uint32_t blocks_ = 0; // all there are: in tables, held only, or promised to a room
-    std::uint64_t clock_ = 0;
-    std::uint32_t priority_ = 0; // the recency number
+    std::uint64_t clock_ = 0;  // the newest stamp
     NXS_CacheSource* sources_ = nullptr;
     void* staging_ = nullptr;    // for reading several blocks at once; whoever reads takes it
     Victim victims_[victimMost]; // oldest first

@@ -24,17 +24,18 @@ inline std::uint32_t nxCacheBytes(std::uint32_t blocks) {
 
 struct NXS_CacheSlot;
 
-// The bytes of a block, apart from what is known about it.
+// The bytes of a block, apart from what is known about it. They begin with a line of the processor's caches,
+// so that a small piece of them lies in one.
 struct NXS_CacheData {
     NXS_CacheSlot* slot;   // where it stands; null once it belongs to its holders only
+    void* memory;          // the heap block that it lies in
     std::uint32_t holders; // pointers to it that are out
-    alignas(8) char bytes[nxCacheBlockSize];
+    alignas(64) char bytes[nxCacheBlockSize];
 };
 
 struct NXS_CacheSlot {
     NXS_CacheData* data;     // null: the block is not in memory
-    std::uint64_t stamp;     // within its cache: the larger, the more recently used
-    std::uint32_t priority;  // between caches: the cache's recency number when the block was used
+    std::uint64_t stamp;     // the larger, the more recently used; of all blocks of all caches
     std::uint16_t dirtyFrom; // what the file does not have yet; nothing when both are equal
     std::uint16_t dirtyTo;
 
@@ -74,7 +75,7 @@ public:
         }
         ++at->qty;
         NXS_CacheSlot* const slot = at->slots + (block & (nxCachePageQty - 1));
-        *slot = {data, 0, 0, 0, 0};
+        *slot = {data, 0, 0, 0};
         data->slot = slot;
         return slot;
     }

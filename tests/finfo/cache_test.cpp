@@ -87,7 +87,8 @@ TEST(Cache, TheProcessHasABudgetToo) {
     NX_FileDataPtr held;
     EXPECT_GT(one.dataHoldAt(5 * block, held), 0);
     readAll(two, "6");
-    readAll(one, "7");
+    for (unsigned int n = 0; n < 70000; ++n) // more than a turn
+        byteAt(one, 7);
     readAll(two, "42"); // 3 of the first file goes, then its own 6
     EXPECT_EQ(manager->cacheSize(), 4 * block);
     EXPECT_EQ(first.cacheSize(), 2 * block);
@@ -397,6 +398,7 @@ int shortage(int, char** argv) {
     NX_FileData file("shortage.bin", File::modeReadWrite | File::modeCreate, &cache);
     std::string const chunk(block, dirty ? 'd' : 'c');
     std::atomic<bool> end = false;
+    std::atomic<bool> atWork = false;
     std::atomic<int> wrong = 0;
     for (unsigned int pos = 0; pos < size; pos += block)
         wrong += file.dataWriteAt(static_cast<long>(pos), chunk.data(), block) != 0;
@@ -405,9 +407,13 @@ int shortage(int, char** argv) {
     wrong += cache.cacheSize() != size;
     std::thread reader([&] {
         NX_FileData own("shortage.bin", File::modeRead, &cache);
-        while (!end)
+        while (!end) {
             wrong += byteAt(own, 5) != chunk[0];
+            atWork = true;
+        }
     });
+    while (!atWork) // the thread has the memory it begins with
+        std::this_thread::yield();
     unsigned long pages = 0;
     std::ifstream("/proc/self/statm") >> pages;
     rlim_t const most = pages * static_cast<unsigned long>(sysconf(_SC_PAGESIZE)) + (16u << 20);
