@@ -49,6 +49,27 @@ private:
 using Cached = Through<65>;  // the whole file
 using Fetched = Through<16>; // none of it, when it is read from end to end again and again
 
+// All blocks of the file, held.
+class Held {
+public:
+    Held() {
+        NX_CacheManager::cacheManagerP()->cacheBudget(2 * fileSize);
+        for (unsigned int n = 0; n < fileSize >> blockShift; ++n)
+            check(file_.dataHoldAt(static_cast<long>(n << blockShift), blocks_[n]) == 1 << blockShift,
+                  "held");
+    }
+    int read(unsigned int pos, void* buf, unsigned int size) {
+        std::memcpy(buf, blocks_[pos >> blockShift].dataPConst() + pos % (1 << blockShift), size);
+        return 0;
+    }
+
+private:
+    static constexpr unsigned int blockShift = 14;
+    NX_Cache cache_{fileSize};
+    NX_FileData file_{theFile(), NX_File::modeRead, &cache_};
+    NX_FileDataPtr blocks_[fileSize >> blockShift];
+};
+
 class Plain {
 public:
     int read(unsigned int pos, void* buf, unsigned int size) {
@@ -120,6 +141,7 @@ void sequential4K(benchmark::State& state) {
 }
 
 BENCHMARK(random64<Cached>)->Name("cache-random-64B/vx7");
+BENCHMARK(random64<Held>)->Name("cache-random-64B/vx7-held");
 BENCHMARK(random64<Mapped>)->Name("cache-random-64B/mmap");
 BENCHMARK(random64<Posix>)->Name("cache-random-64B/pread");
 BENCHMARK(random64<Plain>)->Name("cache-random-64B/vx7-file");
