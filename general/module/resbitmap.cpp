@@ -53,12 +53,14 @@ HBITMAP NX_ResBitmap::resHand() const {
 int NX_ResBitmap::fileData(NX_ByteVec& file) const {
     if (resIsOk() == 0)
         return resResult(errorNum());
-    NXS_ResPut put(fileHeaderSize + dib_.dataSize());
+    NX_ByteVec made;
+    made.itemQty(fileHeaderSize + dib_.dataSize());
+    NXS_ResPut put(made.dataPMod());
     put.u16(0x4D42);
     put.u32(fileHeaderSize + dib_.dataSize());
     put.u32(0);
     put.u32(fileHeaderSize + dib_.dataOffBits());
     put.bytes(dib_.dataP(), dib_.dataSize());
-    file = put.file();
+    file = made;
     return 0;
 }

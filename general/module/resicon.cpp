@@ -118,7 +118,9 @@ int NX_ResIconGroup::fileData(NX_ByteVec& file) const {
         if (size > fileSizeMax)
             return resResult(errorNumImage);
     }
-    NXS_ResPut put(static_cast<unsigned int>(size));
+    NX_ByteVec made;
+    made.itemQty(static_cast<unsigned int>(size));
+    NXS_ResPut put(made.dataPMod());
     put.u16(0);
     put.u16(static_cast<unsigned int>(type_));
     put.u16(qty);
@@ -137,6 +139,6 @@ int NX_ResIconGroup::fileData(NX_ByteVec& file) const {
     }
     for (NX_ResIconImage const& image : images)
         put.bytes(image.dataP(), image.dataSize());
-    file = put.file();
+    file = made;
     return 0;
 }

@@ -6,6 +6,7 @@
 
 #include "general/module/resdesc.h"
 #include "general/module/resimage.h"
+#include "general/module/resput.h"
 
 namespace {
 
@@ -19,16 +20,6 @@ constexpr std::uint32_t iconHeadSize = 6;
 constexpr std::uint32_t iconEntrySize = 16;  // in a file
 constexpr std::uint32_t groupEntrySize = 14; // in a module
 constexpr std::uint32_t hotSpotSize = 4;
-
-void put16(unsigned char* to, std::uint32_t value) {
-    to[0] = static_cast<unsigned char>(value);
-    to[1] = static_cast<unsigned char>(value >> 8);
-}
-
-void put32(unsigned char* to, std::uint32_t value) {
-    put16(to, value);
-    put16(to + 2, value >> 16);
-}
 
 // The bytes in front of the pixels: header, colour masks, colour table. 0 when the header is none.
 std::uint32_t bitmapHeadSize(NXS_ResBytes dib) {
@@ -109,11 +100,10 @@ int NXS_ResImage::icoRead() {
     }
     std::uint32_t const groupSize = iconHeadSize + qty * groupEntrySize;
     std::uint32_t const imagesSize = isCursor ? fileSize - imagesAt - left + qty * hotSpotSize : 0;
-    unsigned char* group = bytesGrow(groupSize + imagesSize);
-    unsigned char* image = group + groupSize;
-    std::memcpy(group, bytes_.p, iconHeadSize);
-    group += iconHeadSize;
-    for (std::uint32_t n = 0; n < qty; ++n, group += groupEntrySize) {
+    NXS_ResPut group(bytesGrow(groupSize + imagesSize));
+    NXS_ResPut image(group.to() + groupSize);
+    group.bytes(bytes_.p, iconHeadSize);
+    for (std::uint32_t n = 0; n < qty; ++n) {
         std::uint32_t const entry = iconHeadSize + n * iconEntrySize;
         std::uint32_t size = bytes_.u32(entry + 8);
         std::uint32_t at = bytes_.u32(entry + 12);
@@ -121,23 +111,23 @@ int NXS_ResImage::icoRead() {
         std::uint32_t depth = 0;
         imagePlanes({bytes_.p + at, size}, planes, depth);
         if (isCursor) {
-            std::memcpy(image, bytes_.p + entry + 4, hotSpotSize);
-            std::memcpy(image + hotSpotSize, bytes_.p + at, size);
-            at = static_cast<std::uint32_t>(image - bytes_.p);
+            unsigned char const* const from = image.to();
+            image.bytes(bytes_.p + entry + 4, hotSpotSize);
+            image.bytes(bytes_.p + at, size);
+            at = static_cast<std::uint32_t>(from - bytes_.p);
             size += hotSpotSize;
-            image += size;
             // Width and height have two bytes each here, and the height counts the mask as well.
-            put16(group, sideOf(bytes_.u8(entry)));
-            put16(group + 2, 2 * sideOf(bytes_.u8(entry + 1)));
+            group.u16(sideOf(bytes_.u8(entry)));
+            group.u16(2 * sideOf(bytes_.u8(entry + 1)));
         } else {
-            std::memcpy(group, bytes_.p + entry, 4);
+            group.bytes(bytes_.p + entry, 4);
             planes = bytes_.u16(entry + 4) != 0 ? bytes_.u16(entry + 4) : planes;
             depth = bytes_.u16(entry + 6) != 0 ? bytes_.u16(entry + 6) : depth;
         }
-        put16(group + 4, planes);
-        put16(group + 6, depth);
-        put32(group + 8, size);
-        put16(group + 12, n + 1);
+        group.u16(planes);
+        group.u16(depth);
+        group.u32(size);
+        group.u16(n + 1);
         std::uint32_t const type = isCursor ? resTypeCursor : resTypeIcon;
         entries_ += NXS_ResEntry{{type, 0}, {n + 1, 0}, 0, at, size};
     }

@@ -1,14 +1,14 @@
-// Private header. general/module/resput.h - the bytes of a file, put together from front to back.
+// Private header. general/module/resput.h - little-endian bytes, written from front to back.
 #pragma once
 
 #include <cstring>
 
-#include "general/module/resbitmap.h"
-
+// Where it writes belongs to the caller, who has made room.
 class NXS_ResPut {
 public:
-    explicit NXS_ResPut(unsigned int size) : to_((file_.itemQty(size), file_.dataPMod())) {}
+    explicit NXS_ResPut(unsigned char* to) : to_(to) {}
 
+    unsigned char* to() const { return to_; } // where it goes on
     void u8(unsigned int value) { *to_++ = static_cast<unsigned char>(value); }
     void u16(unsigned int value) {
         u8(value);
@@ -22,9 +22,7 @@ public:
         std::memcpy(to_, from, qty);
         to_ += qty;
     }
-    NX_ByteVec const& file() const { return file_; }
 
 private:
-    NX_ByteVec file_;
     unsigned char* to_;
 };
