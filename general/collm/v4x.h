@@ -17,6 +17,7 @@
 #include "general/collm/v4xview.h"
 
 #include <concepts>
+#include <new>
 
 // Hooks of items that own nothing. `create` makes items out of bytes that hold none (for owning items: any
 // bytes), `copied` takes the references of items just duplicated, `destroy` gives up those of items about to
@@ -28,6 +29,27 @@ struct NXS_PlainItems {
     static void copied(E const*, unsigned int) {}
     template <class E>
     static void destroy(E*, unsigned int) {}
+};
+
+// Hooks of items that own something by reference and may move as raw bytes, such as strings.
+struct NXS_OwningItems {
+    template <class E>
+    static void create(E* items, unsigned int qty) {
+        for (unsigned int n = 0; n < qty; ++n)
+            new (items + n) E;
+    }
+    template <class E>
+    static void copied(E const* items, unsigned int qty) {
+        // A copy that nobody destroys leaves its references to the duplicate.
+        alignas(E) char copy[sizeof(E)];
+        for (unsigned int n = 0; n < qty; ++n)
+            new (copy) E(items[n]);
+    }
+    template <class E>
+    static void destroy(E* items, unsigned int qty) {
+        for (unsigned int n = 0; n < qty; ++n)
+            items[n].E::~E();
+    }
 };
 
 template <class E, class Hooks = NXS_PlainItems>

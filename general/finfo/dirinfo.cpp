@@ -2,7 +2,6 @@
 #include "general/finfo/dirinfo.h"
 
 #include <cstring>
-#include <new>
 #include <ostream>
 
 #include "general/finfo/dirsubs.h"

@@ -69,11 +69,9 @@ private:
 };
 static_assert(sizeof(void*) != 4 || sizeof(NX_DirInfo) == 40);
 
-// How records are managed in a vector.
-struct NX_EXPORT NXS_DirInfoItems {
-    static void create(NX_DirInfo* items, unsigned int qty);
+// A record in a vector is adopted by the vector, not by each copy of its bytes.
+struct NX_EXPORT NXS_DirInfoItems : NXS_OwningItems {
     static void copied(NX_DirInfo const* items, unsigned int qty);
-    static void destroy(NX_DirInfo* items, unsigned int qty);
 };
 
 class NX_EXPORT NX_DirInfoVec : public NX_VecT<NX_DirInfo, NXS_DirInfoItems> {

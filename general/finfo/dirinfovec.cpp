@@ -14,11 +14,6 @@ void apply(void* context, WIN32_FIND_DATAA const* entry) {
 
 } // namespace
 
-void NXS_DirInfoItems::create(NX_DirInfo* items, unsigned int qty) {
-    for (; qty != 0; --qty)
-        new (items++) NX_DirInfo;
-}
-
 void NXS_DirInfoItems::copied(NX_DirInfo const* items, unsigned int qty) {
     for (; qty != 0; --qty, ++items) {
         items->collManInc();
@@ -26,11 +21,6 @@ void NXS_DirInfoItems::copied(NX_DirInfo const* items, unsigned int qty) {
         if (items->subs_ != nullptr)
             items->subs_->ownerInc();
     }
-}
-
-void NXS_DirInfoItems::destroy(NX_DirInfo* items, unsigned int qty) {
-    for (; qty != 0; --qty)
-        (items++)->~NX_DirInfo();
 }
 
 NX_DirInfoVec::NX_DirInfoVec(NX_StringA const& where, NX_FileFindType find, NX_DirInfo* parent,

@@ -2,7 +2,6 @@
 #include "general/finfo/fileinfo.h"
 
 #include <cstring>
-#include <new>
 #include <ostream>
 
 #include "general/finfo/dirinfo.h"
@@ -118,21 +117,6 @@ int NX_FileInfo::sizeCompare(NX_FileInfo const* a, NX_FileInfo const* b) {
 
 int NX_FileInfo::dataCompare(NX_FileInfo const* a, NX_FileInfo const* b) {
     return a->dataCompare(*b);
-}
-
-void NXS_FileInfoItems::create(NX_FileInfo* items, unsigned int qty) {
-    for (; qty != 0; --qty)
-        new (items++) NX_FileInfo;
-}
-
-void NXS_FileInfoItems::copied(NX_FileInfo const* items, unsigned int qty) {
-    for (; qty != 0; --qty)
-        (items++)->collManInc();
-}
-
-void NXS_FileInfoItems::destroy(NX_FileInfo* items, unsigned int qty) {
-    for (; qty != 0; --qty)
-        (items++)->~NX_FileInfo();
 }
 
 std::ostream& operator<<(std::ostream& os, NX_FileInfo const& info) {

@@ -91,14 +91,7 @@ private:
 };
 static_assert(sizeof(void*) != 4 || sizeof(NX_FileInfo) == 28);
 
-// How records are managed in a vector.
-struct NX_EXPORT NXS_FileInfoItems {
-    static void create(NX_FileInfo* items, unsigned int qty);
-    static void copied(NX_FileInfo const* items, unsigned int qty);
-    static void destroy(NX_FileInfo* items, unsigned int qty);
-};
-
-class NX_EXPORT NX_FileInfoVec : public NX_VecT<NX_FileInfo, NXS_FileInfoItems> {
+class NX_EXPORT NX_FileInfoVec : public NX_VecT<NX_FileInfo, NXS_OwningItems> {
 public:
     using NX_VecT::NX_VecT;
     NX_FileInfoVec() = default;

@@ -1,7 +1,5 @@
 #include "general/module/menuitem.h"
 
-#include <new>
-
 #include "general/error/errornum.h"
 #include "general/module/resimage.h"
 
@@ -142,21 +140,6 @@ unsigned int NX_MenuItemVec::menuFind(int id) const {
             return n;
     }
     return NX_NO_INDEX;
-}
-
-void NXS_MenuItems::create(NX_MenuItem* items, unsigned int qty) {
-    for (unsigned int n = 0; n < qty; ++n)
-        new (items + n) NX_MenuItem;
-}
-
-void NXS_MenuItems::copied(NX_MenuItem const* items, unsigned int qty) {
-    for (unsigned int n = 0; n < qty; ++n)
-        items[n].text_.collManInc();
-}
-
-void NXS_MenuItems::destroy(NX_MenuItem* items, unsigned int qty) {
-    for (unsigned int n = 0; n < qty; ++n)
-        items[n].text_.collManDec();
 }
 
 int NX_AccelVec::accelRead(unsigned char const* data, unsigned int size) {

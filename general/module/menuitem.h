@@ -43,7 +43,6 @@ public:
 
 private:
     friend class NXS_MenuReader;
-    friend struct NXS_MenuItems;
 
     NX_StringA text_;
     std::int32_t id_ = 0;
@@ -54,14 +53,7 @@ private:
     std::int32_t isPopup_ = 0;
 };
 
-// How items are managed in a vector.
-struct NX_EXPORT NXS_MenuItems {
-    static void create(NX_MenuItem* items, unsigned int qty);
-    static void copied(NX_MenuItem const* items, unsigned int qty);
-    static void destroy(NX_MenuItem* items, unsigned int qty);
-};
-
-class NX_EXPORT NX_MenuItemVec : public NX_VecT<NX_MenuItem, NXS_MenuItems> {
+class NX_EXPORT NX_MenuItemVec : public NX_VecT<NX_MenuItem, NXS_OwningItems> {
 public:
     using NX_VecT::NX_VecT;
 

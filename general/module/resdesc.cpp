@@ -1,7 +1,5 @@
 #include "general/module/resdesc.h"
 
-#include <new>
-
 namespace {
 
 struct TypeText {
@@ -43,21 +41,4 @@ bool NX_ResDesc::isSame(NX_ResDesc const& other) const {
     return type_ == other.type_ && id_ == other.id_ && lang_ == other.lang_ &&
            typeName_.strCompare(other.typeName_, NX_CompareExact) == 0 &&
            name_.strCompare(other.name_, NX_CompareExact) == 0;
-}
-
-void NXS_ResDescItems::create(NX_ResDesc* items, unsigned int qty) {
-    for (; qty != 0; --qty)
-        new (items++) NX_ResDesc;
-}
-
-void NXS_ResDescItems::copied(NX_ResDesc const* items, unsigned int qty) {
-    for (; qty != 0; --qty, ++items) {
-        items->typeName_.collManInc();
-        items->name_.collManInc();
-    }
-}
-
-void NXS_ResDescItems::destroy(NX_ResDesc* items, unsigned int qty) {
-    for (; qty != 0; --qty)
-        (items++)->~NX_ResDesc();
 }

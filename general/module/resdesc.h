@@ -49,7 +49,6 @@ public:
 
 private:
     friend class NX_ResLib;
-    friend struct NXS_ResDescItems;
 
     bool isSame(NX_ResDesc const& other) const; // type, id and language, exactly
 
@@ -62,16 +61,9 @@ private:
     std::uint32_t index_ = 0; // among the resources of the library it comes from
 };
 
-// How descriptions are managed in a vector.
-struct NX_EXPORT NXS_ResDescItems {
-    static void create(NX_ResDesc* items, unsigned int qty);
-    static void copied(NX_ResDesc const* items, unsigned int qty);
-    static void destroy(NX_ResDesc* items, unsigned int qty);
-};
-
 // Descriptions in the order in which the library's directory holds them: by type, id, language. Files made by
 // the usual tools have named ones first, then numbers ascending.
-class NX_EXPORT NX_ResDescVec : public NX_VecT<NX_ResDesc, NXS_ResDescItems> {
+class NX_EXPORT NX_ResDescVec : public NX_VecT<NX_ResDesc, NXS_OwningItems> {
 public:
     using NX_VecT::NX_VecT;
     NX_ResDescVec() = default;

@@ -5,7 +5,6 @@
 #pragma once
 
 #include <cstddef>
-#include <new>
 
 #include "general/collm/v4x.h"
 #include "general/text/stringa.h"
@@ -29,35 +28,12 @@ struct NXS_ByNamePair {
     }
 };
 
-// Item hooks of pairs: those of two strings.
-struct NXS_ByNameItems {
-    template <class Pair>
-    static void create(Pair* items, unsigned int qty) {
-        for (unsigned int n = 0; n < qty; ++n)
-            new (items + n) Pair;
-    }
-    template <class Pair>
-    static void copied(Pair const* items, unsigned int qty) {
-        for (unsigned int n = 0; n < qty; ++n) {
-            items[n].key.NX_StringA::collManInc();
-            items[n].value.NX_StringA::collManInc();
-        }
-    }
-    template <class Pair>
-    static void destroy(Pair* items, unsigned int qty) {
-        for (unsigned int n = 0; n < qty; ++n) {
-            items[n].key.NX_StringA::collManDec();
-            items[n].value.NX_StringA::collManDec();
-        }
-    }
-};
-
 // The vector of pairs.
 template <class Key, NX_CompareType Type>
-class NXS_ByNameBase : public NX_VecT<NXS_ByNamePair<Key, Type>, NXS_ByNameItems> {
+class NXS_ByNameBase : public NX_VecT<NXS_ByNamePair<Key, Type>, NXS_OwningItems> {
 public:
     using Pair = NXS_ByNamePair<Key, Type>;
-    using Vec = NX_VecT<Pair, NXS_ByNameItems>;
+    using Vec = NX_VecT<Pair, NXS_OwningItems>;
     using Vec::Vec;
     NXS_ByNameBase() = default;
 

@@ -7,28 +7,10 @@
 #pragma once
 
 #include <iosfwd>
-#include <new>
 
 #include "general/collm/v4x.h"
 #include "general/text/fileenum.h"
 #include "general/text/stringa.h"
-
-// Item hooks of strings in a block. A string may be moved as raw bytes; what it owns is one reference to its
-// text.
-struct NXS_StringItems {
-    static void create(NX_StringA* items, unsigned int qty) {
-        for (unsigned int n = 0; n < qty; ++n)
-            new (items + n) NX_StringA;
-    }
-    static void copied(NX_StringA const* items, unsigned int qty) {
-        for (unsigned int n = 0; n < qty; ++n)
-            items[n].NX_StringA::collManInc();
-    }
-    static void destroy(NX_StringA* items, unsigned int qty) {
-        for (unsigned int n = 0; n < qty; ++n)
-            items[n].NX_StringA::collManDec();
-    }
-};
 
 class NX_StringVecA;
 struct NX_FileNameApply;
@@ -37,7 +19,7 @@ using NX_StringVecASub = NX_VecSubT<NX_StringVecA>;
 using NX_StringVecAPtr = NX_VecPtrT<NX_StringVecA>;
 using NX_StringVecAPtrConst = NX_VecPtrConstT<NX_StringVecA>;
 
-class NX_EXPORT NX_StringVecA : public NX_VecT<NX_StringA, NXS_StringItems> {
+class NX_EXPORT NX_StringVecA : public NX_VecT<NX_StringA, NXS_OwningItems> {
 public:
     using NX_VecT::NX_VecT;
     NX_StringVecA() = default;
