@@ -2,6 +2,7 @@
 #include <bit>
 
 #include "general/module/dib.h"
+#include "general/module/indexrow.h"
 #include "general/module/resimage.h"
 
 namespace {
@@ -34,13 +35,6 @@ private:
     unsigned char values_[256] = {};
 };
 
-template <unsigned int depth>
-void indexesDecode(NX_Pixel* row, unsigned int width, unsigned char const* from, NX_Pixel const* table) {
-    constexpr unsigned int perByte = 8 / depth;
-    for (unsigned int x = 0; x < width; ++x)
-        row[x] = table[from[x / perByte] >> (8 - depth * (x % perByte + 1)) & ((1u << depth) - 1)];
-}
-
 } // namespace
 
 // Row `y`, counted from the top, of rows that begin at `rowsOff` and have `bits` a pixel.
@@ -49,7 +43,7 @@ unsigned char const* NX_Dib::rowP(unsigned int y, unsigned int rowsOff, unsigned
 }
 
 void NX_Dib::indexRows(NX_Image& image, NX_Pixel const* table) const {
-    auto const decode = depth_ == 1 ? indexesDecode<1> : depth_ == 4 ? indexesDecode<4> : indexesDecode<8>;
+    auto const decode = nxIndexRowOf(depth_);
     for (unsigned int y = 0; y < height_; ++y)
         decode(image.rowPMod(y), width_, rowP(y), table);
 }

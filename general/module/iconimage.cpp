@@ -2,20 +2,14 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
+#include "general/module/png.h"
 #include "general/module/resimage.h"
 
 namespace {
 
-constexpr unsigned char pngSignature[] = {0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A};
-constexpr unsigned int pngHeaderSize = 33; // signature and first chunk
 constexpr unsigned int groupHeaderSize = 6;
 constexpr unsigned int groupEntrySize = 14;
-
-std::uint32_t bigEndian(unsigned char const* p) {
-    return std::uint32_t{p[0]} << 24 | std::uint32_t{p[1]} << 16 | std::uint32_t{p[2]} << 8 | p[3];
-}
 
 } // namespace
 
@@ -36,7 +30,7 @@ int NX_IconImage::imageOpen(unsigned char const* data, unsigned int size, NX_Ico
     made.data_ = data;
     made.size_ = size;
     int error = 0;
-    if (size >= sizeof(pngSignature) && std::memcmp(data, pngSignature, sizeof(pngSignature)) == 0) {
+    if (NXS_Png::isPng(data, size)) {
         error = made.pngOpen();
     } else {
         error = made.dib_.dibOpen(data, size, dibUseIcon);
@@ -50,23 +44,21 @@ int NX_IconImage::imageOpen(unsigned char const* data, unsigned int size, NX_Ico
 }
 
 int NX_IconImage::pngOpen() {
-    static constexpr unsigned char samples[] = {1, 0, 3, 1, 2, 0, 4}; // of a pixel, by colour type
-    if (size_ < pngHeaderSize || bigEndian(data_ + 8) != 13 || std::memcmp(data_ + 12, "IHDR", 4) != 0)
-        return errorNumImage;
-    width_ = bigEndian(data_ + 16);
-    height_ = bigEndian(data_ + 20);
-    unsigned int const bits = data_[24];
-    unsigned int const colorType = data_[25];
-    if (width_ - 1 >= 0x7FFFFFFFu || height_ - 1 >= 0x7FFFFFFFu || colorType >= sizeof(samples) ||
-        samples[colorType] == 0 || !std::has_single_bit(bits) || bits > 16)
-        return errorNumImage;
-    depth_ = bits * samples[colorType];
+    NXS_Png png;
+    int const error = png.pngOpen(data_, size_);
+    width_ = png.imageWidth();
+    height_ = png.imageHeight();
+    depth_ = png.imageDepth();
     isPng_ = 1;
-    return 0;
+    return error;
 }
 
 int NX_IconImage::imagePixels(NX_Image& image) const {
-    return isPng_ ? errorNumSystem : dib_.imagePixels(image);
+    if (isPng_ == 0)
+        return dib_.imagePixels(image);
+    NXS_Png png;
+    int const error = png.pngOpen(data_, size_);
+    return error != 0 ? error : png.imagePixels(image);
 }
 
 int NX_IconEntryVec::iconRead(unsigned char const* data, unsigned int size, NX_IconType type) {
