@@ -46,7 +46,7 @@ std::string linesOf(char const* name, NX_ResLibType type) {
 TEST(ResLib, EveryTargetReadsTheSameList) {
     std::string lines = "File, type, id, language, size, FNV-1a sum: what every target reads.\n";
     lines += linesOf("resources.dll", resLibTypeModule);
-    for (char const* name : {"two.ico", "spot.cur", "small.bmp", "gap.bmp"})
+    for (char const* name : {"two.ico", "disc.ico", "spot.cur", "small.bmp", "gap.bmp"})
         lines += linesOf(name, std::string(name).ends_with("bmp") ? resLibTypeBmp : resLibTypeIco);
     EXPECT_EQ(lines, nxFileContent(nxResTestPath("list.txt").c_str()));
 }

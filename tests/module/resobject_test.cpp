@@ -95,7 +95,7 @@ TEST_F(ResObject, FilesHaveTheSizesOfTheImages) {
         EXPECT_EQ(textOf(file), nxFileContent(nxResTestPath("spot.cur").c_str())) << height;
     }
     std::string const png =
-        nxHex("89504E470D0A1A0A 0000000D 49484452 0000012C 00000080 08 06 000000 00000000");
+        nxHex("89504E470D0A1A0A 0000000D 49484452 0000012C 00000080 01 00 000000 99AF69F9");
     nxFileMake("png.ico", nxHex("0000 0100 0100 20200000 0100 2000 21000000 16000000") + png);
     open("png.ico");
     NX_ResIcon const icon(lib, 1);
@@ -104,10 +104,8 @@ TEST_F(ResObject, FilesHaveTheSizesOfTheImages) {
     NX_ByteVec file;
     ASSERT_TRUE(icon.imageLoad(image, 0) == 0 && icon.fileData(file) == 0);
     EXPECT_EQ(textOf(file).substr(6, 2), nxHex("0080")) << "256 or more, 128";
-    EXPECT_TRUE(image.imagePixels(pixels) == -1 && NxErrorNum() == errorNumSystem);
-    EXPECT_TRUE(NxErrorBuf().strStrFirst("S=50") != NX_NO_INDEX &&
-                NxErrorBuf().strStrFirst("V=1") != NX_NO_INDEX)
-        << NxErrorBuf();
+    EXPECT_TRUE(image.imagePixels(pixels) == -1 && NxErrorNum() == errorNumImage) << "a header alone";
+    EXPECT_NE(NxErrorBuf().strStrFirst("V=1"), NX_NO_INDEX) << NxErrorBuf();
 }
 
 // Makers of modules count the images' ids anew in each language.

@@ -63,10 +63,12 @@ TEST_F(Screen, IconsHaveTheSystemsPixels) {
     NX_ResIcon const icon(lib, 1);
     NX_ResCursor const cursor(lib, "POINTER");
     NX_ResCursor const file(loose, 1);
+    ASSERT_EQ(loose.resLibOpen("disc.ico", resLibTypeFile), 1);
+    NX_ResIcon const compressed(loose, 1);
     struct {
         NX_ResIconGroup const& group;
         unsigned int entry;
-    } const rows[] = {{icon, 0}, {icon, 1}, {cursor, 0}, {file, 0}};
+    } const rows[] = {{icon, 0}, {icon, 1}, {cursor, 0}, {file, 0}, {compressed, 0}, {compressed, 1}};
     for (auto const& row : rows) {
         NX_ResIconImage image;
         NX_Image pixels;
@@ -85,7 +87,9 @@ TEST_F(Screen, IconsHaveTheSystemsPixels) {
         for (unsigned int n = 0; n < width * height; ++n) {
             NX_Pixel const own = pixels.pixels()[n];
             NX_Pixel const system = colors.pixels()[isMono ? width * height + n : n];
-            EXPECT_EQ(own.alpha == 0, mask.pixels()[n].red == 255) << n;
+            if (own.alpha == 0 || own.alpha == 255) { // the mask knows nothing between
+                EXPECT_EQ(own.alpha == 0, mask.pixels()[n].red == 255) << n;
+            }
             EXPECT_EQ((NX_Pixel{own.red, own.green, own.blue, 255}), system) << n;
         }
         if (image.hotX() != 0) {

@@ -1,0 +1,289 @@
+// PNG images in icons: every kind of pixel, streams of every kind, and damage that the sums do not tell.
+#include "general/module/iconimage.h"
+#include "tests/module/imagecases.h"
+#include "tests/module/restest.h"
+#include "tests/support/support.h"
+
+#include <algorithm>
+
+namespace {
+
+std::string bigEndian(std::uint32_t value) {
+    std::string const bytes = nxLe(value, 4);
+    return {bytes.rbegin(), bytes.rend()};
+}
+
+std::string chunk(std::string const& type, std::string const& bytes) {
+    std::uint32_t sum = 0xFFFFFFFF;
+    for (char const ch : type + bytes) {
+        sum ^= static_cast<unsigned char>(ch);
+        for (int bit = 0; bit < 8; ++bit)
+            sum = sum >> 1 ^ (sum % 2 != 0 ? 0xEDB88320 : 0);
+    }
+    return bigEndian(static_cast<std::uint32_t>(bytes.size())) + type + bytes + bigEndian(~sum);
+}
+
+std::string chunkHex(std::string const& type, std::string const& digits) {
+    return chunk(type, nxHex(digits));
+}
+
+// A stream of one block, as it is.
+std::string packed(std::string const& bytes) {
+    std::uint32_t a = 1;
+    std::uint32_t b = 0;
+    for (char const ch : bytes) {
+        a = (a + static_cast<unsigned char>(ch)) % 65521;
+        b = (b + a) % 65521;
+    }
+    unsigned int const size = static_cast<unsigned int>(bytes.size());
+    return nxHex("7801 01") + nxLe(size, 2) + nxLe(~size, 2) + bytes + bigEndian(b << 16 | a);
+}
+
+struct Head {
+    std::uint32_t width, height;
+    int bits, type;
+    int interlace = 0;
+    int coding = 0;
+    int filters = 0;
+};
+
+std::string head(Head const& h) {
+    std::string bytes = bigEndian(h.width) + bigEndian(h.height);
+    for (int const field : {h.bits, h.type, h.coding, h.filters, h.interlace})
+        bytes += static_cast<char>(field);
+    return nxHex("89504E470D0A1A0A") + chunk("IHDR", bytes);
+}
+
+std::string const end = chunk("IEND", "");
+
+// The pixels in one chunk, or a byte in each and one without any.
+std::string idat(std::string const& stream, bool isSplit = false) {
+    std::string chunks = isSplit ? chunk("IDAT", "") : chunk("IDAT", stream);
+    for (char const ch : isSplit ? stream : "")
+        chunks += chunk("IDAT", std::string(1, ch));
+    return chunks;
+}
+
+// The pixels; empty when damaged.
+std::string decoded(std::string const& bytes) {
+    NX_IconImage icon;
+    NX_Image image(1, 1);
+    int const opened = icon.imageOpen(nxBytes(bytes), static_cast<unsigned int>(bytes.size()), iconTypeIcon);
+    int const error = opened != 0 ? opened : icon.imagePixels(image);
+    if (error != 0) {
+        EXPECT_TRUE(error == errorNumImage && nxPixels(image) == "K00");
+        return "";
+    }
+    EXPECT_TRUE(icon.imageIsPng() == 1 && icon.imageWidth() == image.imageWidth() &&
+                icon.imageHeight() == image.imageHeight());
+    return nxPixels(image);
+}
+
+std::string const palette = chunkHex("PLTE", "FF0000 00FF00 0000FF");
+
+TEST(Png, EveryKindOfPixel) {
+    std::string const text = chunk("teXt", "that may be left out");
+    struct {
+        char const* name;
+        Head head;
+        std::string chunks, rows, pixels;
+    } const rows[] = {
+        {"gray, 1 bit", {9, 1, 1, 0}, text, "00 A580", "W K W K K W K W W"},
+        {"gray, 2 bits", {4, 1, 2, 0}, "", "00 1B", "K 555555 AAAAAA W"},
+        {"gray, 4 bits", {3, 1, 4, 0}, "", "00 0820", "K 888888 222222"},
+        {"gray, 8 bits", {2, 1, 8, 0}, "", "01 80 7F", "Y W"},
+        {"gray, 16 bits", {2, 1, 16, 0}, "", "01 80FF 7F01", "Y W"},
+        {"colours, 8 bits", {2, 1, 8, 2}, palette + text, "01 FF0000 01FF00", "R G"},
+        {"colours, 16 bits", {2, 1, 16, 2}, "", "01 FFFF00000000 0101FFFF0000", "R G"},
+        {"palette, 1 bit", {2, 1, 1, 3}, chunkHex("PLTE", "FF0000 00FF00"), "00 40", "R G"},
+        {"palette, index behind it", {4, 1, 2, 3}, palette, "00 1B", "R G B K"},
+        {"palette, 4 bits", {3, 1, 4, 3}, palette, "00 0120", "R G B"},
+        {"palette, 8 bits", {3, 1, 8, 3}, palette + chunkHex("tRNS", "8000"), "01 00 01 01", "R80 G00 B"},
+        {"gray and alpha, 8 bits", {2, 1, 8, 4}, "", "01 8080 7F80", "Y80 W00"},
+        {"gray and alpha, 16 bits", {2, 1, 16, 4}, "", "01 80008000 7F007FFF", "Y80 W"},
+        {"colours and alpha, 8 bits", {2, 1, 8, 6}, palette, "01 FF000080 01FF0080", "R80 G00"},
+        {"colours and alpha, 16 bits", {2, 1, 16, 6}, "", "01 FFFF000000008012 0101FFFF00007F00", "R80 G"},
+        {"one gray is transparent", {4, 1, 2, 0}, chunkHex("tRNS", "FFFE"), "00 1B", "K 555555 AAAAAA00 W"},
+        {"one gray of 16 bits", {2, 1, 16, 0}, chunkHex("tRNS", "80FF"), "00 80FF 8000", "Y00 Y"},
+        {"one colour", {2, 1, 8, 2}, chunkHex("tRNS", "00FF 0000 AA00"), "00 FF0000 FF0001", "R00 FF0001"},
+        {"one colour of 16 bits",
+         {2, 1, 16, 2},
+         chunkHex("tRNS", "0000FFFF0000"),
+         "00 0000FFFF0000 0000FFFE0000",
+         "G00 G"},
+        {"filter 0", {3, 2, 8, 0}, "", "00 1020F0 00 3008FF", "101010 202020 F0F0F0 / 303030 080808 W"},
+        {"filter 1", {3, 2, 8, 0}, "", "01 1010D0 01 30D8F7", "101010 202020 F0F0F0 / 303030 080808 W"},
+        {"filter 2", {3, 2, 8, 0}, "", "02 1020F0 02 20E80F", "101010 202020 F0F0F0 / 303030 080808 W"},
+        {"filter 3", {3, 2, 8, 0}, "", "03 1018E0 03 28E083", "101010 202020 F0F0F0 / 303030 080808 W"},
+        {"filter 4", {3, 2, 8, 0}, "", "04 1010D0 04 20D80F", "101010 202020 F0F0F0 / 303030 080808 W"},
+        {"in seven passes",
+         {3, 3, 2, 3, 1},
+         palette,
+         "0000 0080 0080 0040 00C0 006C",
+         "R G B / G B K / B K R"},
+        {"in fewer", {1, 5, 2, 3, 1}, palette, "0000 0000 0080 0040 00C0", "R / G / B / K / R"},
+    };
+    for (auto const& row : rows) {
+        std::string const stream = packed(nxHex(row.rows));
+        for (bool const isSplit : {false, true})
+            EXPECT_EQ(decoded(head(row.head) + row.chunks + idat(stream, isSplit) + end), row.pixels)
+                << row.name << isSplit;
+        std::string const few = packed(nxHex(row.rows).substr(1));
+        EXPECT_EQ(decoded(head(row.head) + row.chunks + idat(few) + end), "") << row.name;
+    }
+    unsigned int depths = 0;
+    for (int type = 0; type <= 8; ++type) {
+        for (int bits = 0; bits <= 33; ++bits) {
+            std::string const bytes = head({1, 1, bits, type});
+            NX_IconImage icon; // its depth is 0 after a failure
+            icon.imageOpen(nxBytes(bytes), static_cast<unsigned int>(bytes.size()), iconTypeIcon);
+            depths += icon.imageDepth();
+        }
+    }
+    EXPECT_EQ(depths, 1u + 2 + 4 + 8 + 16 + 24 + 48 + 1 + 2 + 4 + 8 + 16 + 32 + 32 + 64);
+}
+
+// Streams of the pixels G G G G G G G B, behind the filter's byte, made bit by bit.
+TEST(Png, EveryKindOfStream) {
+    static struct {
+        char const* name;
+        char const* stream;
+        bool isGood = false;
+    } const rows[] = {
+        {"fixed codes, a copy of what it makes", "636084002600", true},
+        {"blocks as they are, one of them empty", "000400FBFF00010101000000FFFF010500FAFF0101010102", true},
+        {"codes of its own, one distance", "25C0B10D0000008230F4FFA31928CB05", true},
+        {"codes of 15 bits, no distance",
+         "05E04B9224C9B22CCBBE7BC680C4A2E691B5F6FC67F9E0FFF7FFFD7FFFDFFFF7FFFD7FFFDFFFFBFF03", true},
+        {"lengths that are repeated", "0500070D0000C4FFF48F6B80888888F4", true},
+        {"more than the image needs", "62008C919191919191912937BF281500", true},
+        {"more, as it is", "010B00F4FF0001010101010101020303", true},
+        {"a block that is cut", "010B00F4FF0001"},
+        {"a block of no kind", "07"},
+        {"length and its check differ", "010900F6FE000101010101010102"},
+        {"a copy from before the beginning", "636084202600"},
+        {"a length that is none", "63601C034C00"},
+        {"a distance that is none", "6360843C00800900"},
+        {"a distance without a code", "25C0B10D0000008230F4FFA31928EB05"},
+        {"a byte too few", "63606464646464640400"},
+        {"no end", "63606464646464646402"},
+        {"more codes than there can be", "25C0B10D0000008230F0FFA31928CB05"},
+        {"codes left over", "25C0B10D0000008230F4FFA31D28CB05"},
+        {"no code for the end", "25C0B10D00000082B0E2FF4767B02C17"},
+        {"distances left over", "25C0B10D0000008230F4FFA31980E502"},
+        {"zeros past the last code", "25C0B10D0000008230F4FFA31918582E"},
+        {"a repetition of nothing", "25000425582E"},
+        {"codes of codes left over", "25000484E502"},
+        {"287 lengths", "F5C0B10D0000008230F4FFA319F8A32C17"},
+        {"31 distances", "25DEB10D0000008230F4FFA319E8272C17"},
+    };
+    std::string const begin = head({8, 1, 8, 3}) + palette;
+    std::string const sum = nxHex("002E000A");
+    for (auto const& row : rows)
+        for (bool const isSplit : {false, true})
+            EXPECT_EQ(decoded(begin + idat(nxHex("7801") + nxHex(row.stream) + sum, isSplit) + end),
+                      row.isGood ? "G G G G G G G B" : "")
+                << row.name;
+    for (char const* first : {"7800", "7901", "7821", "8805"}) // check, method, dictionary, window
+        EXPECT_EQ(decoded(begin + idat(nxHex(first) + nxHex(rows[0].stream) + sum)), "") << first;
+    EXPECT_EQ(decoded(begin + idat(nxHex("7801") + nxHex(rows[0].stream) + nxHex("002E000B"))), "");
+}
+
+TEST(Png, WhatBelongsTogether) {
+    std::string const begin = head({1, 1, 8, 3});
+    std::string const pixel = idat(packed(nxHex("0001")));
+    std::string const gray = head({1, 1, 8, 0});
+    std::string const half = idat(packed("").substr(0, 2));
+    auto const changed = [&](std::size_t at) {
+        std::string bytes = begin + palette + pixel;
+        bytes[at] = static_cast<char>(bytes[at] ^ 1);
+        return bytes;
+    };
+    struct {
+        char const* name;
+        std::string bytes, pixels;
+    } const rows[] = {
+        {"no end", begin + palette + pixel, "G"},
+        {"damage behind the pixels", begin + palette + pixel + "what is this?", "G"},
+        {"no transparency told", begin + palette + chunk("tRNS", "") + pixel, "G"},
+        {"no palette", begin + pixel, ""},
+        {"two palettes", begin + palette + palette + pixel, ""},
+        {"palette without colours", begin + chunk("PLTE", "") + pixel, ""},
+        {"part of a colour", begin + chunk("PLTE", "abcd") + pixel, ""},
+        {"palette too large", begin + chunk("PLTE", std::string(257 * 3, 'x')) + pixel, ""},
+        {"palette too large for its bits", head({1, 1, 1, 3}) + palette + idat(packed(nxHex("0000"))), ""},
+        {"palette of grays", gray + palette + pixel, ""},
+        {"transparency before the palette", begin + chunk("tRNS", "x") + palette + pixel, ""},
+        {"palette behind the transparency", begin + chunk("tRNS", "") + palette + pixel, ""},
+        {"more transparency than palette", begin + palette + chunk("tRNS", "1234") + pixel, ""},
+        {"transparency twice", gray + chunk("tRNS", "ab") + chunk("tRNS", "ab") + pixel, ""},
+        {"transparency of a wrong size", gray + chunk("tRNS", "abcdef") + pixel, ""},
+        {"transparency beside alpha",
+         head({1, 1, 8, 4}) + chunk("tRNS", "ab") + idat(packed(nxHex("000000"))), ""},
+        {"a chunk that must be known", begin + palette + chunk("TEXT", "") + pixel, ""},
+        {"two headers", begin + begin.substr(8) + palette + pixel, ""},
+        {"no pixels", begin + palette + end, ""},
+        {"pixels behind the end", begin + palette + end + pixel, ""},
+        {"pixels apart", begin + palette + half + chunk("teXt", "") + pixel, ""},
+        {"filter 5", begin + palette + idat(packed(nxHex("0501"))), ""},
+        {"sum of the header", changed(16), ""},
+        {"sum of the palette", changed(begin.size() + 9), ""},
+        {"sum of the pixels", changed((begin + palette + pixel).size() - 1), ""},
+        {"three orders of rows", head({1, 1, 8, 3, 2}) + palette + pixel, ""},
+        {"another coding", head({1, 1, 8, 3, 0, 1}) + palette + pixel, ""},
+        {"other filters", head({1, 1, 8, 3, 0, 0, 1}) + palette + pixel, ""},
+        {"no width", head({0, 1, 8, 3}) + palette + pixel, ""},
+        {"no height", head({1, 0, 8, 3}) + palette + pixel, ""},
+        {"sizes that wrap", head({0x80000000, 2, 8, 3}) + palette + pixel, ""},
+        {"sizes that wrap to a few", head({0x10000001, 0x10, 8, 3}) + palette + pixel, ""},
+        {"a header cut", begin.substr(0, begin.size() - 1), ""},
+    };
+    for (auto const& row : rows)
+        EXPECT_EQ(decoded(row.bytes), row.pixels) << row.name;
+    // 2^26 pixels, whose rows have 8396800 bytes; a byte of data makes 1032 of them at most.
+    static struct {
+        std::uint32_t height;
+        unsigned int size;
+        int error;
+    } const sizes[] = {{8192, 8137, 0}, {8192, 8136, errorNumImage}, {8193, 9000, errorNumImage}};
+    for (auto const& row : sizes) {
+        std::string bytes = head({8192, row.height, 1, 0});
+        bytes.resize(row.size, 'x');
+        NX_IconImage icon;
+        EXPECT_EQ(icon.imageOpen(nxBytes(bytes), row.size, iconTypeIcon), row.error) << row.size;
+    }
+}
+
+// A picture in two forms. Every cut and every changed byte of the file is noticed; of the stream, with sums
+// of the chunks that fit, it is noticed or gives an image of this size.
+TEST(Png, EveryCutAndEveryChangedByte) {
+    std::string const file = nxFileContent(nxResTestPath("disc.ico").c_str());
+    std::size_t const second = file.rfind("\x89PNG");
+    std::string const forms[] = {file.substr(38, second - 38), file.substr(second)};
+    std::string const pixels = decoded(forms[0]);
+    EXPECT_EQ(decoded(forms[1]), pixels);
+    EXPECT_NE(pixels.find("K00 / K00 K00 K00 33224080 44224080 552240 "), std::string::npos);
+    for (std::string const& form : forms) {
+        std::string stream;
+        for (std::size_t at = form.find("IDAT"); at != std::string::npos; at = form.find("IDAT", at + 4))
+            stream += form.substr(at + 4, nxBytes(form)[at - 1] + 256u * nxBytes(form)[at - 2]);
+        for (std::size_t at = 0; at < form.size(); ++at) {
+            std::string bytes = form;
+            bytes[at] = static_cast<char>(bytes[at] ^ 1 << at % 8);
+            std::string const expected = at < form.size() - end.size() ? "" : pixels;
+            EXPECT_EQ(decoded(form.substr(0, at)), expected) << at;
+            EXPECT_EQ(decoded(bytes), expected) << at;
+        }
+        std::string const begin = form.substr(0, form.find("IDAT") - 4);
+        EXPECT_EQ(decoded(begin + idat(stream)), pixels);
+        for (std::size_t at = 0; at < stream.size(); ++at) {
+            std::string bytes = stream;
+            bytes[at] = static_cast<char>(bytes[at] ^ 1 << at % 8);
+            std::string const changed = decoded(begin + idat(bytes));
+            EXPECT_EQ(decoded(begin + idat(stream.substr(0, at))), "") << at;
+            EXPECT_TRUE(changed.empty() || std::count(changed.begin(), changed.end(), '/') == 15) << at;
+        }
+    }
+}
+
+} // namespace
