@@ -6,7 +6,8 @@
 // run-length coding of 4 and 8 bits; colour masks. Format: BMP, the vendor's public documentation. Ownership:
 // the object points into bytes that somebody else keeps. Threads: it is a value. Failure: an error number is
 // returned, nothing is recorded: 22749 damaged, 21060 a coding that is not read (a PNG or JPEG stream
-// inside). Whatever the bytes are, nothing outside them is read.
+// behind the header; an icon's image that is a PNG stream itself is read by NX_IconImage). Whatever the bytes
+// are, nothing outside them is read.
 #pragma once
 
 #include <cstdint>

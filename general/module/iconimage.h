@@ -2,9 +2,10 @@
 //
 // An icon is a group: a list of entries, each of which tells size, depth and the id of the resource that
 // holds the image. Here are the two decoders; NX_ResIcon (general/module/resicon.h) joins them. Formats: ICO
-// and the icon resources, the vendor's public documentation; PNG signature and first chunk, ISO/IEC 15948.
-// Ownership: an image points into bytes that somebody else keeps; lists are values. Threads: as of values.
-// Failure: an error number is returned, nothing is recorded: 22749 damaged, 21060 not read.
+// and the icon resources, the vendor's public documentation; PNG, ISO/IEC 15948. Ownership: an image points
+// into bytes that somebody else keeps; lists are values. Threads: as of values. Failure: an error number is
+// returned, nothing is recorded: 22749 damaged, 21060 a bitmap in a coding that is not read (NX_Dib).
+// Whatever the bytes are, nothing outside them is read.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +23,10 @@ public:
     NX_IconImage() = default; // no image: all numbers 0
 
     // From the bytes of an image's resource; those of a cursor begin with its hot spot. 0 or an error number;
-    // then the object is without an image.
+    // then the object is without an image. Of a PNG stream the first chunk is checked, and it is damaged when
+    // it has more than 2^26 pixels or more bytes in all rows than 1032 for each of its own, which is the most
+    // that they can stand for. So rows never take more than 1032 bytes for a byte of data, and pixels, of
+    // which 8 may stand in a byte of a row, 33024.
     int imageOpen(unsigned char const* data, unsigned int size, NX_IconType type);
 
     unsigned int imageWidth() const { return width_; }   // pixels
@@ -32,7 +36,12 @@ public:
     int hotX() const { return hotX_; }                   // hot spot of a cursor, in pixels from the
     int hotY() const { return hotY_; }                   // upper left corner; it may lie outside
 
-    // Decodes as NX_Dib::imagePixels does. A PNG stream is not decoded: 21060.
+    // Decodes. 0 or an error number, then `image` is unchanged. A bitmap: as NX_Dib::imagePixels does. A PNG
+    // stream: all colour types, depths and orders of rows. Of 16 bits a sample the higher eight count; alpha
+    // is that of the stream or of its tRNS chunk, else 255; indexes behind the palette are black. It is
+    // damaged when the sum of a chunk up to the last row is wrong, when a chunk that must be known is not,
+    // when PLTE or tRNS are where they may not be or have a wrong size, and when a row is missing. What
+    // lies behind the last row, the end mark too, is not looked at. Besides the image the rows take memory.
     int imagePixels(NX_Image& image) const;
 
     // The image as it is, a bitmap with mask or a PNG stream, without the hot spot.
