@@ -86,19 +86,21 @@ int NXS_Png::rowsDecode(NX_Image& image, unsigned char* rows, Colors const& colo
                                                      filterLeft};
     auto const undo = unfilterOf(depth_);
     NX_PixelVec line;
-    line.itemQty(isInterlaced_ ? width_ : 0);
+    line.itemQty(isInterlaced_ ? (width_ + 1) / 2 : 0); // the last pass needs none
     for (Pass const* pass = passBegin(); pass != passEnd(); ++pass) {
         std::uint32_t const width = passWidth(*pass);
         std::uint32_t const height = width != 0 ? passHeight(*pass) : 0;
         auto const size = static_cast<std::size_t>(rowSize(width));
-        unsigned char const* above = nullptr;
         for (std::uint32_t y = 0; y < height; ++y) {
             unsigned int const filter = *rows++;
             if (filter >= filterQty)
                 return errorNumImage;
-            undo(above != nullptr ? filter : filtersFirst[filter], rows, above, size);
+            if (y == 0)
+                undo(filtersFirst[filter], rows, rows, size); // looks at none above
+            else
+                undo(filter, rows, rows - 1 - size, size);
             NX_Pixel* const to = image.rowPMod(pass->y + y * pass->yStep);
-            if (!isInterlaced_) {
+            if (pass->xStep == 1) {
                 rowDecode(to, width, rows, colors);
             } else {
                 NX_Pixel* const from = line.dataPMod();
@@ -106,7 +108,6 @@ int NXS_Png::rowsDecode(NX_Image& image, unsigned char* rows, Colors const& colo
                 for (std::uint32_t x = 0; x < width; ++x)
                     to[pass->x + x * pass->xStep] = from[x];
             }
-            above = rows;
             rows += size;
         }
     }
