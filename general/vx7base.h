@@ -24,6 +24,7 @@
 #include "general/finfo/filedata.h"
 #include "general/finfo/fileinfo.h"
 #include "general/module/app.h"
+#include "general/module/bytevec.h"
 #include "general/module/color.h"
 #include "general/module/dib.h"
 #include "general/module/dll.h"

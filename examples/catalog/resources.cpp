@@ -103,30 +103,13 @@ NX_ResDesc const* select(NX_ResDescVec const& descs, NX_StringA const& id) {
     return best;
 }
 
-void put(NX_ByteVec& file, unsigned int value, unsigned int size) {
-    for (; size != 0; --size, value >>= 8)
-        file += static_cast<unsigned char>(value);
-}
-
-// An icon or cursor file with one image. Format: ICO, the vendor's public documentation.
+// An icon or cursor file with one image.
 int imageFile(NX_ResDesc const& desc, NX_ResData const& data, NX_ByteVec& file) {
     NX_IconImage image;
-    NX_IconType const type = iconType(desc);
-    int const error = image.imageOpen(data.dataP(), data.dataSize(), type);
+    int const error = image.imageOpen(data.dataP(), data.dataSize(), iconType(desc));
     if (error != 0)
         return fileFail(error, data.resLib().resLibName());
-    bool const isIcon = type == iconTypeIcon;
-    put(file, 0, 2);
-    put(file, static_cast<unsigned int>(type), 2);
-    put(file, 1, 2); // image
-    for (unsigned int const side : {image.imageWidth(), image.imageHeight()})
-        put(file, side < 256 ? side : 0, 1); // 0 stands for 256 and more
-    put(file, image.imageDepth() < 8 ? 1u << image.imageDepth() : 0, 2);
-    put(file, isIcon ? 1 : static_cast<unsigned int>(image.hotX()), 2);
-    put(file, isIcon ? image.imageDepth() : static_cast<unsigned int>(image.hotY()), 2);
-    put(file, image.dataSize(), 4);
-    put(file, file.itemQty() + 4, 4); // where it begins
-    file.dataAppend(image.dataP(), image.dataSize());
+    file = image.fileData();
     return 0;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 
+#include "general/module/iconfile.h"
 #include "general/module/png.h"
 #include "general/module/resimage.h"
 
@@ -27,6 +28,7 @@ int NX_IconImage::imageOpen(unsigned char const* data, unsigned int size, NX_Ico
         data += 4;
         size -= 4;
     }
+    made.type_ = type;
     made.data_ = data;
     made.size_ = size;
     int error = 0;
@@ -59,6 +61,12 @@ int NX_IconImage::imagePixels(NX_Image& image) const {
     NXS_Png png;
     int const error = png.pngOpen(data_, size_);
     return error != 0 ? error : png.imagePixels(image);
+}
+
+NX_ByteVec NX_IconImage::fileData() const {
+    NX_IconEntry entry{};
+    entry.depth = depth_;
+    return nxIconFile(type_, this, &entry, 1);
 }
 
 int NX_IconEntryVec::iconRead(unsigned char const* data, unsigned int size, NX_IconType type) {

@@ -11,6 +11,7 @@
 #include <cstdint>
 
 #include "general/collm/v4x.h"
+#include "general/module/bytevec.h"
 #include "general/module/dib.h"
 
 enum NX_IconType : int {
@@ -24,9 +25,8 @@ public:
 
     // From the bytes of an image's resource; those of a cursor begin with its hot spot. 0 or an error number;
     // then the object is without an image. Of a PNG stream the first chunk is checked, and it is damaged when
-    // it has more than 2^26 pixels or more bytes in all rows than 1032 for each of its own, which is the most
-    // that they can stand for. So rows never take more than 1032 bytes for a byte of data, and pixels, of
-    // which 8 may stand in a byte of a row, 33024.
+    // it has more than 2^24 pixels or more bytes in all rows than 1032 for each of its own, which is the most
+    // that they can stand for.
     int imageOpen(unsigned char const* data, unsigned int size, NX_IconType type);
 
     unsigned int imageWidth() const { return width_; }   // pixels
@@ -49,6 +49,9 @@ public:
     unsigned int dataSize() const { return size_; }
     NX_Dib const& imageDib() const { return dib_; } // without a bitmap for a PNG stream
 
+    // The bytes of an icon or cursor file with this image alone. REQUIRES: an image.
+    NX_ByteVec fileData() const;
+
 private:
     int pngOpen();
 
@@ -58,6 +61,7 @@ private:
     std::uint32_t width_ = 0;
     std::uint32_t height_ = 0;
     std::uint32_t depth_ = 0;
+    NX_IconType type_ = iconTypeIcon;
     int hotX_ = 0;
     int hotY_ = 0;
     int isPng_ = 0;

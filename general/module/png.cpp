@@ -11,7 +11,7 @@ namespace {
 
 constexpr unsigned char signature[] = {0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A};
 constexpr std::uint32_t headerSize = 13;
-constexpr std::uint64_t pixelsMax = 1u << 26;
+constexpr std::uint64_t pixelsMax = 1u << 24;
 constexpr std::uint64_t expansionMax = 1032; // bytes that one byte of a deflate stream can stand for
 
 constexpr std::uint32_t chunkType(char const (&name)[5]) {
@@ -135,7 +135,7 @@ int NXS_Png::pngOpen(unsigned char const* data, std::uint32_t size) {
         p[12] > 1 || std::uint64_t{width_} * height_ > pixelsMax)
         return errorNumImage;
     depth_ = bits_ * samples[colorType_];
-    // With that many pixels all rows have less than 2^30 bytes.
+    // With that many pixels all rows have less than 2^28 bytes.
     std::uint64_t rows = 0;
     for (Pass const* pass = passBegin(); pass != passEnd(); ++pass)
         if (passWidth(*pass) != 0)

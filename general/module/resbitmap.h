@@ -11,14 +11,9 @@
 // general/module/dib.h.
 #pragma once
 
+#include "general/module/bytevec.h"
 #include "general/module/dib.h"
 #include "general/module/resobject.h"
-
-// Bytes, for instance of a file; NX_VecT::dataWrite writes them.
-class NX_EXPORT NX_ByteVec : public NX_VecT<unsigned char> {
-public:
-    using NX_VecT::NX_VecT;
-};
 
 class NX_EXPORT NX_ResBitmap : public NX_ResObject {
 public:

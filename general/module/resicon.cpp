@@ -3,27 +3,20 @@
 #include <vector>
 
 #include "general/error/errorman.h"
+#include "general/module/iconfile.h"
 #include "general/module/reslibrep.h"
-#include "general/module/resput.h"
 #include "general/platform/platform.h"
 
 namespace {
 
 char const sourceFile[] = "general/module/resicon";
 
-constexpr unsigned int fileHeaderSize = 6;
-constexpr unsigned int fileEntrySize = 16;
 constexpr std::uint64_t fileSizeMax = 64u << 20;
 constexpr unsigned int fileImagesMax = 1024; // each is looked for
 constexpr DWORD iconVersion = 0x00030000;
 
 void iconRelease(void* hand) {
     DestroyIcon(static_cast<HICON>(hand));
-}
-
-// A side of an image in a file. 0 stands for 256 and more.
-unsigned int sideByte(unsigned int side) {
-    return side < 256 ? side : 0;
 }
 
 unsigned int sizeSys(unsigned int wanted, int metric) {
@@ -109,8 +102,7 @@ int NX_ResIconGroup::fileData(NX_ByteVec& file) const {
     if (qty > fileImagesMax)
         return resResult(errorNumImage);
     std::vector<NX_ResIconImage> images(qty);
-    std::uint64_t size = fileHeaderSize + std::uint64_t{qty} * fileEntrySize;
-    unsigned int at = static_cast<unsigned int>(size); // of the next image
+    std::uint64_t size = 0; // of the images
     for (unsigned int n = 0; n < qty; ++n) {
         if (imageLoad(images[n], n) != 0)
             return -1;
@@ -118,27 +110,6 @@ int NX_ResIconGroup::fileData(NX_ByteVec& file) const {
         if (size > fileSizeMax)
             return resResult(errorNumImage);
     }
-    NX_ByteVec made;
-    made.itemQty(static_cast<unsigned int>(size));
-    NXS_ResPut put(made.dataPMod());
-    put.u16(0);
-    put.u16(static_cast<unsigned int>(type_));
-    put.u16(qty);
-    for (unsigned int n = 0; n < qty; ++n) {
-        NX_IconEntry const& entry = entries_[n];
-        NX_ResIconImage const& image = images[n];
-        put.u8(sideByte(image.imageWidth()));
-        put.u8(sideByte(image.imageHeight()));
-        put.u8(entry.colors == 0 && entry.depth < 8 ? 1u << entry.depth : entry.colors);
-        put.u8(0);
-        put.u16(type_ == iconTypeIcon ? 1 : static_cast<unsigned int>(image.hotX()));
-        put.u16(type_ == iconTypeIcon ? entry.depth : static_cast<unsigned int>(image.hotY()));
-        put.u32(image.dataSize());
-        put.u32(at);
-        at += image.dataSize();
-    }
-    for (NX_ResIconImage const& image : images)
-        put.bytes(image.dataP(), image.dataSize());
-    file = made;
+    file = nxIconFile(type_, images.data(), entries_.dataPConst(), qty);
     return 0;
 }

@@ -47,8 +47,8 @@ public:
     HICON imageHandSys(unsigned int entry) const;
 
     // The bytes of an icon or cursor file with all images, whose sizes are those of the images themselves. 0;
-    // -1 with `file` unchanged: as imageLoad for an image that is missing or damaged, 22749 also for a file
-    // of more than 64 MiB or 1024 images.
+    // -1 with `file` unchanged: as imageLoad for an image that is missing or damaged, 22749 also for more
+    // than 1024 images or 64 MiB of them.
     int fileData(NX_ByteVec& file) const;
 
 protected:
