@@ -34,33 +34,6 @@ NX_PersistTextLoad& NX_DirInfo::dataLoad(NX_PersistTextLoad& load) {
     return load;
 }
 
-NX_PersistTextLoad& NX_DirInfo::collManLoad(NX_PersistTextLoad& load) {
-    return load >> *this;
-}
-
-NX_PersistTextSave& NX_DirInfo::collManSave(NX_PersistTextSave& save) const {
-    return save << *this;
-}
-
-NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_DirInfo const& info) {
-    return save << &info;
-}
-
-NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_DirInfo const* info) {
-    if (!save.pIsSaved(info, nxPersistDirInfo.size))
-        info->dataSave(save);
-    return save;
-}
-
-NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_DirInfo& info) {
-    NX_DirInfo* p = &info;
-    return load >> p;
-}
-
-NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_DirInfo*& info) {
-    return nxPersistLoad(load, info, nxPersistDirInfo);
-}
-
 NX_PersistTextSave& NX_DirInfoVec::dataSave(NX_PersistTextSave& save) const {
     return nxInfoVecSave(save, dataPConst(), itemQty());
 }
@@ -69,29 +42,11 @@ NX_PersistTextLoad& NX_DirInfoVec::dataLoad(NX_PersistTextLoad& load) {
     return nxInfoVecLoad(load, *this);
 }
 
-NX_PersistTextLoad& NX_DirInfoVec::collManLoad(NX_PersistTextLoad& load) {
-    return load >> *this;
-}
-
-NX_PersistTextSave& NX_DirInfoVec::collManSave(NX_PersistTextSave& save) const {
-    return save << *this;
-}
-
-NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_DirInfoVec const& coll) {
-    return save << &coll;
-}
-
-NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_DirInfoVec const* coll) {
-    if (!save.pIsSaved(coll, nxPersistDirInfoVec.size))
-        coll->dataSave(save);
-    return save;
-}
-
-NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_DirInfoVec& coll) {
-    NX_DirInfoVec* p = &coll;
-    return load >> p;
-}
-
-NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_DirInfoVec*& coll) {
-    return nxPersistLoad(load, coll, nxPersistDirInfoVec, nxInfoBytesMin);
-}
+NXS_PERSIST_SAVE(NX_DirInfo, nxPersistDirInfo)
+NXS_PERSIST_LOAD(NX_DirInfo, nxPersistDirInfo)
+NXS_PERSIST_COLL_SAVE(NX_DirInfo)
+NXS_PERSIST_COLL_LOAD(NX_DirInfo)
+NXS_PERSIST_SAVE(NX_DirInfoVec, nxPersistDirInfoVec)
+NXS_PERSIST_LOAD(NX_DirInfoVec, nxPersistDirInfoVec, nxInfoBytesMin)
+NXS_PERSIST_COLL_SAVE(NX_DirInfoVec)
+NXS_PERSIST_COLL_LOAD(NX_DirInfoVec)

@@ -156,3 +156,34 @@ NX_PersistTextLoad& nxPersistLoad(NX_PersistTextLoad& load, T*& p, NXS_PersistTy
     }
     return load;
 }
+
+// The operators that every persisted type has. A reference stands for a pointer that is not null.
+#define NXS_PERSIST_SAVE(T, type)                                               \
+    NX_PersistTextSave& operator<<(NX_PersistTextSave& save, T const& object) { \
+        return save << &object;                                                 \
+    }                                                                           \
+    NX_PersistTextSave& operator<<(NX_PersistTextSave& save, T const* object) { \
+        if (!save.pIsSaved(object, (type).size))                                \
+            object->dataSave(save);                                             \
+        return save;                                                            \
+    }
+
+// What stands behind the type goes to nxPersistLoad.
+#define NXS_PERSIST_LOAD(T, ...)                                           \
+    NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, T& object) {  \
+        T* p = &object;                                                    \
+        return load >> p;                                                  \
+    }                                                                      \
+    NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, T*& object) { \
+        return nxPersistLoad(load, object, __VA_ARGS__);                   \
+    }
+
+// The same through a collection's base.
+#define NXS_PERSIST_COLL_SAVE(T)                                         \
+    NX_PersistTextSave& T::collManSave(NX_PersistTextSave& save) const { \
+        return save << *this;                                            \
+    }
+#define NXS_PERSIST_COLL_LOAD(T)                                   \
+    NX_PersistTextLoad& T::collManLoad(NX_PersistTextLoad& load) { \
+        return load >> *this;                                      \
+    }

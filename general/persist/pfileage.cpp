@@ -47,21 +47,5 @@ NX_PersistTextLoad& NX_FileAge8::dataLoad(NX_PersistTextLoad& load) {
     return load;
 }
 
-NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_FileAge8 const& age) {
-    return save << &age;
-}
-
-NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_FileAge8 const* age) {
-    if (!save.pIsSaved(age, nxPersistFileAge.size))
-        age->dataSave(save);
-    return save;
-}
-
-NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_FileAge8& age) {
-    NX_FileAge8* p = &age;
-    return load >> p;
-}
-
-NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_FileAge8*& age) {
-    return nxPersistLoad(load, age, nxPersistFileAge);
-}
+NXS_PERSIST_SAVE(NX_FileAge8, nxPersistFileAge)
+NXS_PERSIST_LOAD(NX_FileAge8, nxPersistFileAge)

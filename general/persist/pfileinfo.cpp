@@ -33,33 +33,6 @@ NX_PersistTextLoad& NX_FileInfo::dataLoad(NX_PersistTextLoad& load) {
     return load;
 }
 
-NX_PersistTextLoad& NX_FileInfo::collManLoad(NX_PersistTextLoad& load) {
-    return load >> *this;
-}
-
-NX_PersistTextSave& NX_FileInfo::collManSave(NX_PersistTextSave& save) const {
-    return save << *this;
-}
-
-NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_FileInfo const& info) {
-    return save << &info;
-}
-
-NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_FileInfo const* info) {
-    if (!save.pIsSaved(info, nxPersistFileInfo.size))
-        info->dataSave(save);
-    return save;
-}
-
-NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_FileInfo& info) {
-    NX_FileInfo* p = &info;
-    return load >> p;
-}
-
-NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_FileInfo*& info) {
-    return nxPersistLoad(load, info, nxPersistFileInfo);
-}
-
 NX_PersistTextSave& NX_FileInfoVec::dataSave(NX_PersistTextSave& save) const {
     return nxInfoVecSave(save, dataPConst(), itemQty());
 }
@@ -68,29 +41,11 @@ NX_PersistTextLoad& NX_FileInfoVec::dataLoad(NX_PersistTextLoad& load) {
     return nxInfoVecLoad(load, *this);
 }
 
-NX_PersistTextLoad& NX_FileInfoVec::collManLoad(NX_PersistTextLoad& load) {
-    return load >> *this;
-}
-
-NX_PersistTextSave& NX_FileInfoVec::collManSave(NX_PersistTextSave& save) const {
-    return save << *this;
-}
-
-NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_FileInfoVec const& coll) {
-    return save << &coll;
-}
-
-NX_PersistTextSave& operator<<(NX_PersistTextSave& save, NX_FileInfoVec const* coll) {
-    if (!save.pIsSaved(coll, nxPersistFileInfoVec.size))
-        coll->dataSave(save);
-    return save;
-}
-
-NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_FileInfoVec& coll) {
-    NX_FileInfoVec* p = &coll;
-    return load >> p;
-}
-
-NX_PersistTextLoad& operator>>(NX_PersistTextLoad& load, NX_FileInfoVec*& coll) {
-    return nxPersistLoad(load, coll, nxPersistFileInfoVec, nxInfoBytesMin);
-}
+NXS_PERSIST_SAVE(NX_FileInfo, nxPersistFileInfo)
+NXS_PERSIST_LOAD(NX_FileInfo, nxPersistFileInfo)
+NXS_PERSIST_COLL_SAVE(NX_FileInfo)
+NXS_PERSIST_COLL_LOAD(NX_FileInfo)
+NXS_PERSIST_SAVE(NX_FileInfoVec, nxPersistFileInfoVec)
+NXS_PERSIST_LOAD(NX_FileInfoVec, nxPersistFileInfoVec, nxInfoBytesMin)
+NXS_PERSIST_COLL_SAVE(NX_FileInfoVec)
+NXS_PERSIST_COLL_LOAD(NX_FileInfoVec)
