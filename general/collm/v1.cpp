@@ -152,12 +152,12 @@ unsigned int NX_VecM::dataReplaceAt(unsigned int pos, unsigned int delQty, char 
         NX_VecRefM* const fresh = NX_VecRefM::refAlloc(old->refSole(), newCap, old->itemSize());
         char* const to = fresh->dataPMod();
         char const* const oldTail = old->dataPConst() + itemOff(pos + delQty);
-        if (moves)
-            collManDestroy(old->dataPMod() + itemOff(pos), delQty);
         bytesCopy(to, old->dataPConst(), itemOff(pos));
         bytesCopy(to + itemOff(pos), items, itemOff(qty));
         bytesCopy(to + itemOff(pos + qty), oldTail, itemOff(tail));
-        if (!moves) {
+        if (moves) {
+            collManDestroy(old->dataPMod() + itemOff(pos), delQty); // nothing is read of them any more
+        } else {
             collManCopied(to, pos);
             collManCopied(to + itemOff(pos + qty), tail);
         }

@@ -120,7 +120,7 @@ protected:
 
     // Replaces `delQty` items (at most those there are) from `pos` on by copies of `qty` items, which may be
     // the vector's own; null `items` means none. Returns pos. Nothing happens for pos NX_NO_INDEX and delQty
-    // 0. REQUIRES: pos <= itemQty().
+    // 0. REQUIRES: pos <= itemQty(); `items` are not in memory that only a replaced item owns.
     unsigned int dataReplaceAt(unsigned int pos, unsigned int delQty, char const* items, unsigned int qty);
     unsigned int itemAppend(char const* item) { return dataReplaceAt(itemQty(), 0, item, 1); }
     unsigned int itemInsertAt(unsigned int pos, char const* item) { return dataReplaceAt(pos, 0, item, 1); }

@@ -31,7 +31,8 @@ struct NXS_PlainItems {
     static void destroy(E*, unsigned int) {}
 };
 
-// Hooks of items that own something by reference and may move as raw bytes, such as strings.
+// Hooks of items that own something by reference and may move as raw bytes, such as strings. A copy made by
+// the copy constructor has the bytes of its original and shares what it owns.
 struct NXS_OwningItems {
     template <class E>
     static void create(E* items, unsigned int qty) {

@@ -69,7 +69,7 @@ private:
 };
 static_assert(sizeof(void*) != 4 || sizeof(NX_DirInfo) == 40);
 
-// A record in a vector is adopted by the vector, not by each copy of its bytes.
+// The copy constructor adopts the tree below a record; a copy of its bytes in a vector must not yet.
 struct NX_EXPORT NXS_DirInfoItems : NXS_OwningItems {
     static void copied(NX_DirInfo const* items, unsigned int qty);
 };

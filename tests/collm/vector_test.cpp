@@ -117,7 +117,7 @@ TEST(VectorDeath, CountsPastAllBounds) {
 // ---- items that own something, against a plain model
 // -------------------------------------------------------
 
-class TrackedVec : public NX_VecT<NXS_Tracked, NXS_Tracked::Items> {
+class TrackedVec : public NX_VecT<NXS_Tracked, NXS_OwningItems> {
 public:
     using NX_VecM::dataReplaceAt;
     using NX_VecM::refP;

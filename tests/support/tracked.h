@@ -21,7 +21,10 @@ public:
         hold(incoming);
         return *this;
     }
-    ~NXS_Tracked() { drop(); }
+    ~NXS_Tracked() {
+        drop();
+        static_cast<std::uint32_t volatile&>(guard) = number; // what is read of it from now on is no item
+    }
 
     int value() const {
         EXPECT_EQ(number, ~guard) << "not an item";
@@ -42,22 +45,6 @@ public:
         }
         return sum;
     }
-
-    // The hooks of a vector of these items.
-    struct Items {
-        static void create(NXS_Tracked* items, unsigned int qty) {
-            for (unsigned int n = 0; n < qty; ++n)
-                new (items + n) NXS_Tracked;
-        }
-        static void copied(NXS_Tracked const* items, unsigned int qty) {
-            for (unsigned int n = 0; n < qty; ++n)
-                ++holders()[items[n].value()];
-        }
-        static void destroy(NXS_Tracked* items, unsigned int qty) {
-            for (unsigned int n = 0; n < qty; ++n)
-                items[n].drop();
-        }
-    };
 
 private:
     void hold(int value) {
