@@ -39,9 +39,10 @@ public:
     // Decodes. 0 or an error number, then `image` is unchanged. A bitmap: as NX_Dib::imagePixels does. A PNG
     // stream: all colour types, depths and orders of rows. Of 16 bits a sample the higher eight count; alpha
     // is that of the stream or of its tRNS chunk, else 255; indexes behind the palette are black. It is
-    // damaged when the sum of a chunk up to the last row is wrong, when a chunk that must be known is not,
-    // when PLTE or tRNS are where they may not be or have a wrong size, and when a row is missing. What
-    // lies behind the last row, the end mark too, is not looked at. Besides the image the rows take memory.
+    // damaged when a sum is wrong up to the end of the compressed rows, when a chunk that must be known is
+    // not, when PLTE or tRNS are where they may not be or have a wrong size, and when a row is missing. What
+    // follows the compressed rows, the end mark too, is not looked at; nor is what they have too many of.
+    // Besides the image the rows take memory.
     int imagePixels(NX_Image& image) const;
 
     // The image as it is, a bitmap with mask or a PNG stream, without the hot spot.

@@ -10,8 +10,9 @@
 
 namespace {
 
-// What was taken from each byte: nothing, the byte of the pixel to the left, of the one above, the mean of
-// both, or the one of left, above and corner that is nearest to left + above - corner. Outside all are 0.
+// What was taken from each byte: nothing, the byte of the pixel to the left (Sub), of the one above (Up), the
+// mean of both (Average), or the one of left, above and corner that is nearest to left + above - corner
+// (Paeth). Outside all are 0.
 enum Filter : unsigned char { filterNone, filterLeft, filterAbove, filterMean, filterNearest, filterQty };
 constexpr unsigned int filterHalf = filterQty; // what the mean is in the first row
 
