@@ -183,8 +183,12 @@ NXS_CacheEnd NXS_CacheFile::readDirect(std::uint64_t pos, char* buf, std::uint32
     return {};
 }
 
-bool NXS_CacheFile::readHitLarge(std::uint64_t pos, void* buf, std::uint32_t size) {
-    return readHitBy(static_cast<void* (*)(void*, void const*, std::size_t)>(std::memcpy), pos, buf, size);
+bool NXS_CacheFile::readHit(std::uint64_t pos, void* buf, std::uint32_t size) {
+    return readHitBy(pos, size, [buf, size](NXS_CacheStore& cache, NXS_CacheSlot& slot, char const* from) {
+        cache.used(slot);
+        std::memcpy(buf, from, size);
+        return true;
+    });
 }
 
 NXS_CacheEnd NXS_CacheFile::read(std::uint64_t pos, char* buf, std::uint32_t size, std::uint32_t& done) {

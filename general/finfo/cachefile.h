@@ -17,12 +17,20 @@ public:
     // Transfers at `pos`, with what the cache holds. `done`: bytes transferred; a read that ends early
     // without failing has met the end of the file.
     NXS_CacheEnd read(std::uint64_t pos, char* buf, std::uint32_t size, std::uint32_t& done);
-    // The same for bytes of one block that is in memory, if nobody else is in the cache and it is the one
-    // used last; else false, having done nothing. `pos` and `size` may be anything. The fewer steps a small
-    // read takes, the more of them a processor has under way while memory answers; so it makes no call.
-    bool readHit(std::uint64_t pos, void* buf, std::uint32_t size) {
-        return size <= nxCopySmallMost ? readHitBy(nxCopySmall, pos, buf, size)
-                                       : readHitLarge(pos, buf, size);
+    // The same for bytes of one block that is in memory, if nobody else is in the cache; else false, having
+    // done nothing. `pos` and `size` may be anything.
+    bool readHit(std::uint64_t pos, void* buf, std::uint32_t size);
+    // As readHit, but for a few bytes only and if the cache is the one used last. The fewer steps a read
+    // takes, the more of them a processor has under way while memory answers; so this one makes no call.
+    bool readHitSmall(std::uint64_t pos, void* buf, std::uint32_t size) {
+        return size <= nxCopySmallMost &&
+               readHitBy(pos, size,
+                         [buf, size](NXS_CacheStore& cache, NXS_CacheSlot& slot, char const* from) {
+                             if (!cache.usedInTurn(slot))
+                                 return false;
+                             nxCopySmall(static_cast<char*>(buf), from, size);
+                             return true;
+                         });
     }
     NXS_CacheEnd write(std::uint64_t pos, char const* buf, std::uint32_t size, std::uint32_t& done);
     // The block at `pos`, with one holder more, and how many bytes of the file it has from there; null at the
@@ -65,22 +73,18 @@ private:
     };
 
     ~NXS_CacheFile();
-    bool readHitLarge(std::uint64_t pos, void* buf, std::uint32_t size);
-    template <class Copy>
-    bool readHitBy(Copy copy, std::uint64_t pos, void* buf, std::uint32_t size) {
+    template <class Take>
+    bool readHitBy(std::uint64_t pos, std::uint32_t size, Take take) {
         NXS_CacheSource const* const from = readable_;
         NXS_CacheStore& cache = store;
         if (size == 0 || from == nullptr || !cache.lock.tryBriefly())
             return false;
         NXS_CacheSlot* const slot = from->table.find(pos >> nxCacheBlockShift);
         std::uint32_t const at = pos & (nxCacheBlockSize - 1);
-        bool const isHit =
-            slot != nullptr && size <= nxCacheBlockSize - at && pos + size <= from->size && cache.isTurn();
-        if (isHit) [[likely]] {
-            cache.usedInTurn(*slot);
+        bool const isHit = slot != nullptr && size <= nxCacheBlockSize - at && pos + size <= from->size &&
+                           take(cache, *slot, slot->data->bytes + at);
+        if (isHit) [[likely]]
             sequel_ = pos + size;
-            copy(static_cast<char*>(buf), slot->data->bytes + at, size);
-        }
         cache.lock.unlock();
         return isHit;
     }

@@ -19,7 +19,7 @@ public:
             wait(self);
     }
     void unlock() { owner_.store(0, std::memory_order_release); }
-    // For a few steps that neither wait nor call anything: false when somebody has it.
+    // For a few steps that wait for nothing and cannot ask isMine: false when somebody has it.
     bool tryBriefly() {
         std::uint32_t nobody = 0;
         return owner_.compare_exchange_strong(nobody, somebody, std::memory_order_acquire,

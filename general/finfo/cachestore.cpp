@@ -7,7 +7,7 @@
 
 #include "general/finfo/cachefile.h"
 
-constinit std::atomic<std::uint64_t> nxCacheTurn{0};
+constinit std::atomic<std::uint64_t> nxCacheTurnStart{0};
 
 NXS_CacheStore::NXS_CacheStore(std::uint32_t budget) : NX_RefCountCacheRep(0x02), budget_(budget) {
     turnTake();
@@ -15,9 +15,8 @@ NXS_CacheStore::NXS_CacheStore(std::uint32_t budget) : NX_RefCountCacheRep(0x02)
 }
 
 void NXS_CacheStore::turnTake() {
-    constexpr std::uint64_t turn = 1u << nxCacheTurnShift;
     cachePriorityTop();
-    clock_ = nxCacheTurn.fetch_add(turn, std::memory_order_relaxed) + turn;
+    clock_ = nxCacheTurnStart.fetch_add(nxCacheTurn, std::memory_order_relaxed) + nxCacheTurn;
 }
 
 NXS_CacheStore::~NXS_CacheStore() {

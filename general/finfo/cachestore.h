@@ -15,10 +15,10 @@
 
 class NXS_CacheStore;
 
-// Caches take turns, of at most 2^nxCacheTurnShift uses of a block. A turn begins at a number above all
-// stamps before it, kept here for the newest turn, and counts on from there.
-inline constexpr unsigned int nxCacheTurnShift = 16;
-extern constinit std::atomic<std::uint64_t> nxCacheTurn;
+// Caches take turns, of fewer than nxCacheTurn uses of a block. A turn begins at a number above all stamps
+// before it, kept here for the newest turn, and counts on from there.
+inline constexpr std::uint32_t nxCacheTurn = 1u << 16;
+extern constinit std::atomic<std::uint64_t> nxCacheTurnStart;
 
 class NXS_CacheStore final : public NX_RefCountCacheRep {
 public:
@@ -31,13 +31,18 @@ public:
     // Makes the block the one used last. The cache takes a new turn and a new recency number when it was not
     // the last one used, or when its turn is over.
     void used(NXS_CacheSlot& slot) {
-        if (!isTurn()) [[unlikely]]
+        if (!usedInTurn(slot)) [[unlikely]] {
             turnTake();
-        usedInTurn(slot);
+            usedInTurn(slot);
+        }
     }
-    void usedInTurn(NXS_CacheSlot& slot) { slot.stamp = ++clock_; } // REQUIRES: isTurn()
-    bool isTurn() const {
-        return (clock_ ^ nxCacheTurn.load(std::memory_order_relaxed)) >> nxCacheTurnShift == 0;
+    // The same if no new turn is due; else false, having done nothing.
+    bool usedInTurn(NXS_CacheSlot& slot) {
+        std::uint64_t const last = clock_; // before the start when the turn is another cache's
+        if (last - nxCacheTurnStart.load(std::memory_order_relaxed) >= nxCacheTurn - 1)
+            return false;
+        slot.stamp = clock_ = last + 1;
+        return true;
     }
 
     // A block that goes to make room.

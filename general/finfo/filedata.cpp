@@ -91,12 +91,15 @@ int NX_FileData::readERR(unsigned long code) {
 }
 
 int NX_FileData::dataReadAt(long pos, void* buf, unsigned int size) {
-    if (file_->readHit(static_cast<std::uint64_t>(pos), buf, size)) [[likely]]
+    if (file_->readHitSmall(static_cast<std::uint64_t>(pos), buf, size)) [[likely]]
         return 0;
-    return readMissed(pos, buf, size);
+    return readOther(pos, buf, size);
 }
 
-int NX_FileData::readMissed(long pos, void* buf, unsigned int size) {
+// What is not a few bytes in memory, of the cache used last.
+int NX_FileData::readOther(long pos, void* buf, unsigned int size) {
+    if (file_->readHit(static_cast<std::uint64_t>(pos), buf, size))
+        return 0;
     if (!isCached(pos, size) || !file_->reads)
         return file_->file.dataReadAt(pos, buf, size);
     std::uint32_t done;
@@ -107,7 +110,8 @@ int NX_FileData::readMissed(long pos, void* buf, unsigned int size) {
 
 int NX_FileData::dataReadAtEOF(long pos, void* buf, unsigned int size) {
     size = std::min(size, 0x7FFFFFFFu); // the count is returned as an int
-    if (file_->readHit(static_cast<std::uint64_t>(pos), buf, size))
+    if (file_->readHitSmall(static_cast<std::uint64_t>(pos), buf, size) ||
+        file_->readHit(static_cast<std::uint64_t>(pos), buf, size))
         return static_cast<int>(size);
     if (!isCached(pos, size) || !file_->reads)
         return file_->file.fileSeek(pos, NX_FileSeekStart) == -1 ? -1 : file_->file.dataReadEOF(buf, size);

@@ -91,7 +91,7 @@ public:
 
 private:
     bool isCached(long pos, unsigned int size) const;
-    int readMissed(long pos, void* buf, unsigned int size);
+    int readOther(long pos, void* buf, unsigned int size);
     int readERR(unsigned long code);
 
     NXS_CacheFile* file_;
