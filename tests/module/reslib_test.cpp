@@ -1,9 +1,8 @@
 // Resource libraries opened as data: what they list, find and load, sharing, names, failures.
-#include "general/error/errorman.h"
-#include "general/module/app.h"
+#include "general/module/dll.h"
+#include "general/module/resicon.h"
 #include "general/platform/platform.h"
 #include "tests/module/restest.h"
-#include "tests/support/support.h"
 
 #include <filesystem>
 #include <thread>
@@ -11,18 +10,6 @@
 #include <vector>
 
 namespace {
-
-bool hasDetail(char const* part) {
-    return NxErrorBuf().strStrFirst(part) != NX_NO_INDEX;
-}
-
-// FNV-1a: tells two resources apart in a list.
-std::uint32_t sumOf(NX_ResData const& data) {
-    std::uint32_t sum = 2166136261u;
-    for (unsigned int n = 0; n < data.dataSize(); ++n)
-        sum = (sum ^ data.dataP()[n]) * 16777619u;
-    return sum;
-}
 
 // One line a resource, as in the list that is kept beside the files.
 std::string linesOf(char const* name, NX_ResLibType type) {
@@ -35,9 +22,12 @@ std::string linesOf(char const* name, NX_ResLibType type) {
     for (NX_ResDescVecPtrConst desc(list); desc.itemIsAvail(); ++desc) {
         NX_ResData data;
         EXPECT_TRUE(lib.resDataLoad(data, *desc) == 0 && data.dataSize() == desc->resSize());
+        std::uint32_t sum = 2166136261u;
+        for (unsigned int n = 0; n < data.dataSize(); ++n)
+            sum = (sum ^ data.dataP()[n]) * 16777619u;
         NX_StringA line;
         line.strPrintF("%s %s %s %d %u %08x\n", name, desc->resTypeText().dataPConst(),
-                       desc->resIdText().dataPConst(), desc->resLang(), data.dataSize(), sumOf(data));
+                       desc->resIdText().dataPConst(), desc->resLang(), data.dataSize(), sum);
         lines += line.dataPConst();
     }
     return lines;
@@ -48,7 +38,7 @@ TEST(ResLib, EveryTargetReadsTheSameList) {
     lines += linesOf("resources.dll", resLibTypeModule);
     for (char const* name : {"two.ico", "disc.ico", "spot.cur", "small.bmp", "gap.bmp"})
         lines += linesOf(name, std::string(name).ends_with("bmp") ? resLibTypeBmp : resLibTypeIco);
-    EXPECT_EQ(lines, nxFileContent(nxResTestPath("list.txt").c_str()));
+    EXPECT_EQ(lines, nxResTestFile("list.txt"));
 }
 
 TEST(ResLib, FindsByNumberNameAndLanguage) {
@@ -58,23 +48,23 @@ TEST(ResLib, FindsByNumberNameAndLanguage) {
     EXPECT_TRUE(lib.resDescs(texts, resTypeString) == 0 && texts.itemQty() == 6);
     EXPECT_TRUE(lib.resDescs(texts, 99) == 0 && texts.itemQty() == 0);
     NX_ResDesc desc;
-    EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 5) == 0 && desc.resLang() == 0x409)
-        << "English before German";
-    EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 5, 0x407) == 0 && desc.resSize() == 11);
+    static std::tuple<int, int, int> const rows[] = {
+        {5, -1, 0x409}, {5, 0x407, 0x407}, {6, -1, 0x407}, {7, -1, 0}}; // English, else the first
+    for (auto const& [id, asked, lang] : rows)
+        EXPECT_TRUE(lib.resDescFind(desc, resTypeData, id, asked) == 0 && desc.resLang() == lang) << id;
     EXPECT_TRUE(lib.resDescFindNear(desc, resTypeData, 5, 0x407) == 0 && desc.resLang() == 0x407);
     EXPECT_TRUE(lib.resDescFindNear(desc, resTypeData, 5, 0x40C) == 0 && desc.resLang() == 0x409);
-    EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 6) == 0 && desc.resLang() == 0x407)
-        << "the first, lacking both";
-    EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 7) == 0 && desc.resLang() == 0);
     EXPECT_TRUE(lib.resDescFind(desc, resTypeAccel, "keys") == 0 && desc.resId() == 0);
     EXPECT_STREQ(desc.resName().dataPConst(), "KEYS");
     EXPECT_TRUE(lib.resDescFind(desc, "speech", "Short_Text") == 0 && desc.resType() == 0);
     EXPECT_STREQ(desc.resTypeName().dataPConst(), "SPEECH");
     EXPECT_TRUE(lib.resDescFind(desc, "#500", "#300") == 0 && desc.resType() == 500 && desc.resId() == 300);
 
-    EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 5, 0x40C) == -1 && hasDetail("F=resources.dll V=5"));
-    EXPECT_TRUE(lib.resDescFind(desc, resTypeAccel, "none") == -1 && hasDetail("F=resources.dll T=none"));
-    EXPECT_TRUE(NxErrorNum() == errorNumResLibNotFound && desc.resType() == 500) << "what was found stays";
+    EXPECT_EQ(lib.resDescFind(desc, resTypeData, 5, 0x40C), -1);
+    EXPECT_TRUE(nxErrorTells(errorNumResLibNotFound, "F=resources.dll V=5"));
+    EXPECT_EQ(lib.resDescFind(desc, resTypeAccel, "none"), -1);
+    EXPECT_TRUE(nxErrorTells(errorNumResLibNotFound, "F=resources.dll T=none"));
+    EXPECT_EQ(desc.resType(), 500) << "what was found stays";
     EXPECT_EQ(lib.resDescFind(desc, resTypeAccel, 0), -1) << "a name is not number 0";
     for (char const* id : {"#", "#4294967301", "#65541", "#5x", "# 5", "#-5"})
         EXPECT_EQ(lib.resDescFind(desc, resTypeData, id), -1) << id << " is not 5";
@@ -84,12 +74,12 @@ TEST(ResLib, FindsByNumberNameAndLanguage) {
     NX_ResData data;
     ASSERT_EQ(other.resLibOpen("two.ico", resLibTypeIco), 1);
     ASSERT_EQ(other.resDescFind(desc, resTypeIcon, 2), 0);
-    EXPECT_TRUE(lib.resDataLoad(data, desc) == -1 && hasDetail("V=2")) << "its icons are not neutral";
+    EXPECT_TRUE(lib.resDataLoad(data, desc) == -1 && nxErrorTells(errorNumResLibNotFound, "V=2"))
+        << "its icons are not neutral";
     ASSERT_EQ(lib.resDescFind(desc, resTypeData, 7), 0);
     EXPECT_EQ(lib.resDataLoad(data, desc), 0);
     lib.resLibClose();
-    EXPECT_EQ(std::string(data.dataP(), data.dataP() + data.dataSize()), "in no language")
-        << "held by the data";
+    EXPECT_EQ(nxText(data), "in no language") << "held by the data";
     EXPECT_TRUE(lib.resDescFind(desc, resTypeData, 7) == -1 && lib.resDataLoad(data, desc) == -1) << "closed";
     NxErrorOk();
 }
@@ -176,10 +166,8 @@ TEST(ResLib, FailuresNameTheLibrary) {
     };
     for (auto const& [name, type, number] : rows) {
         NX_ResLib lib;
-        NxErrorOk();
         EXPECT_EQ(lib.resLibOpen(name, type), -1) << name;
-        EXPECT_EQ(NxErrorNum(), number) << name;
-        EXPECT_TRUE(hasDetail((std::string(" F=") + name).c_str())) << NxErrorBuf();
+        EXPECT_TRUE(nxErrorTells(number, (std::string(" F=") + name).c_str())) << NxErrorBuf();
     }
     NX_ResLib lib;
     EXPECT_TRUE(lib.resLibOpen("", resLibTypeFile) == 0 &&
@@ -199,25 +187,22 @@ TEST(ResLib, ManyThreadsOpenOneFile) {
     std::vector<std::thread> threads;
     std::atomic<int> good = 0;
     NX_ResLib held;
-    NX_StringA const name = "two.ico";
-    ASSERT_EQ(held.resLibOpen(name, resLibTypeFile), 1);
-    EXPECT_TRUE(held.resLibName().dataPConst() != name.dataPConst() &&
-                held.resLibName().dataPConst() != held.resLibName().dataPConst())
+    ASSERT_EQ(held.resLibOpen("two.ico", resLibTypeFile), 1);
+    EXPECT_NE(held.resLibName().dataPConst(), held.resLibName().dataPConst())
         << "blocks of texts are counted without a lock: threads must not share them";
     for (int n = 0; n < 4; ++n)
-        threads.emplace_back([&good] {
+        threads.emplace_back([&] {
             for (int i = 0; i < 50; ++i) {
                 NX_ResLib lib;
-                NX_ResDesc desc;
-                NX_ResData data;
-                good += lib.resLibOpen("two.ico", resLibTypeFile) == 1 &&
-                        lib.resDescFind(desc, resTypeIconGroup, 1) == 0 && lib.resDataLoad(data, desc) == 0 &&
-                        lib.resLibClose() == 0 && data.dataSize() == 34;
+                NX_ResIconImage image;
+                lib.resLibOpen(held.resLibName(), resLibTypeFile);
+                for (NX_ResIcon const& icon : {NX_ResIcon(lib, 1), NX_ResIcon(held, 1)})
+                    good += icon.resData().dataSize() == 34 && icon.imageLoad(image, 0) == 0;
             }
         });
     for (std::thread& thread : threads)
         thread.join();
-    EXPECT_EQ(good, 200);
+    EXPECT_EQ(good, 400);
 }
 
 } // namespace

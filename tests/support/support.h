@@ -26,6 +26,28 @@ std::string nxFileContent(char const* name);
 // Makes a file of exactly these bytes.
 void nxFileMake(char const* name, std::string const& content);
 
+// What decoders take.
+inline unsigned char const* nxBytes(std::string const& bytes) {
+    return reinterpret_cast<unsigned char const*>(bytes.data());
+}
+inline unsigned int nxSize(std::string const& bytes) {
+    return static_cast<unsigned int>(bytes.size());
+}
+
+// Calls `use` with the bytes cut at every place, and with every byte changed, and with the place.
+template <class Use>
+void nxDamageEach(std::string bytes, Use use) {
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+        use(bytes.substr(0, at), at);
+        char const whole = bytes[at];
+        for (int const change : {0x01, 0x80, 0xFF}) {
+            bytes[at] = static_cast<char>(whole ^ change);
+            use(bytes, at);
+        }
+        bytes[at] = whole;
+    }
+}
+
 // Runs `statement` in a child process, which must die, and checks that the log then names the assertion's
 // file and expression.
 #define EXPECT_ASSERTION(statement, expression, file)                                                  \
