@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <thread>
 
@@ -13,6 +14,7 @@
 #else
 #include <csignal>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 extern char** environ;
@@ -92,6 +94,10 @@ void NXS_Child::kill() {
         TerminateProcess(reinterpret_cast<HANDLE>(static_cast<intptr_t>(handle_)), 99);
 }
 
+bool nxMemoryLimit(unsigned int) {
+    return true;
+}
+
 #else
 
 unsigned int nxProcessId() {
@@ -134,6 +140,14 @@ int NXS_Child::wait() {
 void NXS_Child::kill() {
     if (handle_ > 0)
         ::kill(static_cast<pid_t>(handle_), SIGKILL);
+}
+
+bool nxMemoryLimit(unsigned int more) {
+    unsigned long pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    rlim_t const most = pages * static_cast<unsigned long>(sysconf(_SC_PAGESIZE)) + more;
+    rlimit const limit = {most, most};
+    return setrlimit(RLIMIT_AS, &limit) == 0;
 }
 
 #endif

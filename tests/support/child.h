@@ -39,6 +39,17 @@ bool nxFileAwait(char const* name);
 // The path of this executable.
 std::string const& nxSelf();
 
+// Whether memory can be made to end within reach: a sanitizer's address space has no end.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr bool nxMemoryEnds = false;
+#else
+inline constexpr bool nxMemoryEnds = true;
+#endif
+
+// Leaves this process so many bytes more than it has; false when that failed. On Windows the address space
+// of a process is small anyway.
+bool nxMemoryLimit(unsigned int more);
+
 // For main.
 void nxSelfSet(char const* program);
 int nxChildRun(char const* name, int argc, char** argv);
