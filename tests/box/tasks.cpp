@@ -89,7 +89,7 @@ int shortage(int, char** argv) {
     ShortApp const app(std::atoi(argv[1]));
     bool const resize = std::strcmp(argv[0], "resize") == 0;
     void* p = resize ? NxMemStdAlloc(10) : nullptr;
-    if (!nxMemoryLimit())
+    if (!nxMemoryLimit(256u << 20))
         return 2;
     // What is left is less than a piece, so that the request finds no room and a box still does.
     void* volatile piece = nullptr;
