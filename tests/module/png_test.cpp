@@ -2,9 +2,9 @@
 #include "general/module/iconimage.h"
 #include "tests/module/imagecases.h"
 #include "tests/module/restest.h"
-#include "tests/support/support.h"
 
 #include <algorithm>
+#include <sstream>
 
 namespace {
 
@@ -98,22 +98,14 @@ TEST(Png, EveryKindOfPixel) {
         {"one gray is transparent", {4, 1, 2, 0}, chunkHex("tRNS", "FFFE"), "00 1B", "K 555555 AAAAAA00 W"},
         {"one gray of 16 bits", {2, 1, 16, 0}, chunkHex("tRNS", "80FF"), "00 80FF 8000", "Y00 Y"},
         {"one colour", {2, 1, 8, 2}, chunkHex("tRNS", "00FF 0000 AA00"), "00 FF0000 FF0001", "R00 FF0001"},
-        {"one colour of 16 bits",
-         {2, 1, 16, 2},
-         chunkHex("tRNS", "0000FFFF0000"),
-         "00 0000FFFF0000 0000FFFE0000",
-         "G00 G"},
+        {"16 bits", {2, 1, 16, 2}, chunkHex("tRNS", "0000FFFF0000"), "00 0000FFFF0000 0000FFFE0000", "G00 G"},
         {"filter 0", {3, 2, 8, 0}, "", "00 1020F0 00 3008FF", "101010 202020 F0F0F0 / 303030 080808 W"},
         {"filter 1", {3, 2, 8, 0}, "", "01 1010D0 01 30D8F7", "101010 202020 F0F0F0 / 303030 080808 W"},
         {"filter 2", {3, 2, 8, 0}, "", "02 1020F0 02 20E80F", "101010 202020 F0F0F0 / 303030 080808 W"},
         {"filter 3", {3, 2, 8, 0}, "", "03 1018E0 03 28E083", "101010 202020 F0F0F0 / 303030 080808 W"},
         {"filter 4", {3, 2, 8, 0}, "", "04 1010D0 04 20D80F", "101010 202020 F0F0F0 / 303030 080808 W"},
-        {"in seven passes",
-         {3, 3, 2, 3, 1},
-         palette,
-         "0000 0080 0080 0040 00C0 006C",
-         "R G B / G B K / B K R"},
-        {"in fewer", {1, 5, 2, 3, 1}, palette, "0000 0000 0080 0040 00C0", "R / G / B / K / R"},
+        {"passes", {3, 3, 2, 3, 1}, palette, "0000 0080 0080 0040 00C0 006C", "R G B / G B K / B K R"},
+        {"fewer passes", {1, 5, 2, 3, 1}, palette, "0000 0000 0080 0040 00C0", "R / G / B / K / R"},
     };
     for (auto const& row : rows) {
         std::string const stream = packed(nxHex(row.rows));
@@ -134,48 +126,36 @@ TEST(Png, EveryKindOfPixel) {
 
 // Streams of the pixels G G G G G G G B, behind the filter's byte, made bit by bit.
 TEST(Png, EveryKindOfStream) {
-    static struct {
-        char const* name;
-        char const* stream;
-        bool isGood = false;
-    } const rows[] = {
-        {"fixed codes, a copy of what it makes", "636084002600", true},
-        {"blocks as they are, one of them empty", "000400FBFF00010101000000FFFF010500FAFF0101010102", true},
-        {"codes of its own, one distance", "25C0B10D0000008230F4FFA31928CB05", true},
-        {"codes of 15 bits, no distance",
-         "05E04B9224C9B22CCBBE7BC680C4A2E691B5F6FC67F9E0FFF7FFFD7FFFDFFFF7FFFD7FFFDFFFFBFF03", true},
-        {"lengths that are repeated", "0500070D0000C4FFF48F6B80888888F4", true},
-        {"more than the image needs", "62008C919191919191912937BF281500", true},
-        {"more, as it is", "010B00F4FF0001010101010101020303", true},
-        {"a block that is cut", "010B00F4FF0001"},
-        {"a block of no kind", "07"},
-        {"length and its check differ", "010900F6FE000101010101010102"},
-        {"a copy from before the beginning", "636084202600"},
-        {"a length that is none", "63601C034C00"},
-        {"a distance that is none", "6360843C00800900"},
-        {"a distance without a code", "25C0B10D0000008230F4FFA31928EB05"},
-        {"a byte too few", "63606464646464640400"},
-        {"no end", "63606464646464646402"},
-        {"more codes than there can be", "25C0B10D0000008230F0FFA31928CB05"},
-        {"codes left over", "25C0B10D0000008230F4FFA31D28CB05"},
-        {"no code for the end", "25C0B10D00000082B0E2FF4767B02C17"},
-        {"distances left over", "25C0B10D0000008230F4FFA31980E502"},
-        {"zeros past the last code", "25C0B10D0000008230F4FFA31918582E"},
-        {"a repetition of nothing", "25000425582E"},
-        {"codes of codes left over", "25000484E502"},
-        {"287 lengths", "F5C0B10D0000008230F4FFA319F8A32C17"},
-        {"31 distances", "25DEB10D0000008230F4FFA319E8272C17"},
-    };
+    // Fixed codes and a copy of what it makes; blocks as they are, one of them empty; codes of its own, one
+    // distance; codes of 15 bits, no distance; lengths that are repeated; more than the image needs, twice.
+    std::istringstream good(R"(
+        636084002600 000400FBFF00010101000000FFFF010500FAFF0101010102 25C0B10D0000008230F4FFA31928CB05
+        05E04B9224C9B22CCBBE7BC680C4A2E691B5F6FC67F9E0FFF7FFFD7FFFDFFFF7FFFD7FFFDFFFFBFF03
+        0500070D0000C4FFF48F6B80888888F4 62008C919191919191912937BF281500 010B00F4FF0001010101010101020303 )");
+    // A block cut, of no kind, whose length and check differ; a copy from before the beginning; a length and
+    // a distance that are none, a distance without a code; a byte too few; no end. Codes: too many, left
+    // over, none for the end; distances left over; zeros past the last, a repetition of nothing; codes of
+    // codes left over; 287 lengths; 31 distances.
+    std::istringstream bad(R"(
+        010B00F4FF0001 07 010900F6FE000101010101010102 636084202600 63601C034C00 6360843C00800900
+        25C0B10D0000008230F4FFA31928EB05 63606464646464640400 63606464646464646402
+        25C0B10D0000008230F0FFA31928CB05 25C0B10D0000008230F4FFA31D28CB05 25C0B10D00000082B0E2FF4767B02C17
+        25C0B10D0000008230F4FFA31980E502 25C0B10D0000008230F4FFA31918582E 25000425582E 25000484E502
+        F5C0B10D0000008230F4FFA319F8A32C17 25DEB10D0000008230F4FFA319E8272C17 )");
     std::string const begin = head({8, 1, 8, 3}) + palette;
     std::string const sum = nxHex("002E000A");
-    for (auto const& row : rows)
-        for (bool const isSplit : {false, true})
-            EXPECT_EQ(decoded(begin + idat(nxHex("7801") + nxHex(row.stream) + sum, isSplit) + end),
-                      row.isGood ? "G G G G G G G B" : "")
-                << row.name;
+    int qty = 0;
+    for (std::istringstream* streams : {&good, &bad})
+        for (std::string stream; *streams >> stream; ++qty)
+            for (bool const isSplit : {false, true})
+                EXPECT_EQ(decoded(begin + idat(nxHex("7801" + stream) + sum, isSplit) + end),
+                          streams == &good ? "G G G G G G G B" : "")
+                    << stream;
+    EXPECT_EQ(qty, 7 + 18);
+    std::string const stream = nxHex("636084002600");
     for (char const* first : {"7800", "7901", "7821", "8805"}) // check, method, dictionary, window
-        EXPECT_EQ(decoded(begin + idat(nxHex(first) + nxHex(rows[0].stream) + sum)), "") << first;
-    EXPECT_EQ(decoded(begin + idat(nxHex("7801") + nxHex(rows[0].stream) + nxHex("002E000B"))), "");
+        EXPECT_EQ(decoded(begin + idat(nxHex(first) + stream + sum)), "") << first;
+    EXPECT_EQ(decoded(begin + idat(nxHex("7801") + stream + nxHex("002E000B"))), "");
 }
 
 TEST(Png, WhatBelongsTogether) {
@@ -186,38 +166,30 @@ TEST(Png, WhatBelongsTogether) {
     EXPECT_EQ(decoded(begin + palette + pixel), "G") << "no end";
     EXPECT_EQ(decoded(begin + palette + pixel + "what is this?"), "G") << "damage behind the pixels";
     EXPECT_EQ(decoded(begin + palette + chunk("tRNS", "") + pixel), "G") << "no transparency told";
-    std::pair<char const*, std::string> const damaged[] = {
-        {"no palette", begin + pixel},
-        {"two palettes", begin + palette + palette + pixel},
-        {"palette without colours", begin + chunk("PLTE", "") + pixel},
-        {"part of a colour", begin + chunk("PLTE", "abcd") + pixel},
-        {"palette too large", begin + chunk("PLTE", std::string(257 * 3, 'x')) + pixel},
-        {"palette too large for its bits", head({1, 1, 1, 3}) + palette + idat(packed(nxHex("0000")))},
-        {"palette of grays", gray + palette + pixel},
-        {"transparency before the palette", begin + chunk("tRNS", "x") + palette + pixel},
-        {"palette behind the transparency", begin + chunk("tRNS", "") + palette + pixel},
-        {"more transparency than palette", begin + palette + chunk("tRNS", "1234") + pixel},
-        {"transparency twice", gray + chunk("tRNS", "ab") + chunk("tRNS", "ab") + pixel},
-        {"transparency of a wrong size", gray + chunk("tRNS", "abcdef") + pixel},
-        {"transparency beside alpha",
-         head({1, 1, 8, 4}) + chunk("tRNS", "ab") + idat(packed(nxHex("000000")))},
-        {"a chunk that must be known", begin + palette + chunk("TEXT", "") + pixel},
-        {"two headers", begin + begin.substr(8) + palette + pixel},
-        {"no pixels", begin + palette + end},
-        {"pixels behind the end", begin + palette + end + pixel},
-        {"pixels apart", begin + palette + half + chunk("teXt", "") + pixel},
-        {"filter 5", begin + palette + idat(packed(nxHex("0501")))},
-        {"three orders of rows", head({1, 1, 8, 3, 2}) + palette + pixel},
-        {"another coding", head({1, 1, 8, 3, 0, 1}) + palette + pixel},
-        {"other filters", head({1, 1, 8, 3, 0, 0, 1}) + palette + pixel},
-        {"no width", head({0, 1, 8, 3}) + palette + pixel},
-        {"no height", head({1, 0, 8, 3}) + palette + pixel},
-        {"sizes that wrap", head({0x80000000, 2, 8, 3}) + palette + pixel},
-        {"sizes that wrap to a few", head({0x10000001, 0x10, 8, 3}) + palette + pixel},
-        {"a header cut", begin.substr(0, begin.size() - 1)},
-    };
-    for (auto const& [name, bytes] : damaged)
-        EXPECT_EQ(decoded(bytes), "") << name;
+    std::pair<char const*, std::vector<std::string>> const damaged[] = {
+        {"no palette, two of them, none in it, part of a colour, too many, too many for the bits, for grays",
+         {begin + pixel, begin + palette + palette + pixel, begin + chunk("PLTE", "") + pixel,
+          begin + chunk("PLTE", "abcd") + pixel, begin + chunk("PLTE", std::string(257 * 3, 'x')) + pixel,
+          head({1, 1, 1, 3}) + palette + idat(packed(nxHex("0000"))), gray + palette + pixel}},
+        {"transparency before the palette, also without any, more than it, twice, of a wrong size, with "
+         "alpha",
+         {begin + chunk("tRNS", "x") + palette + pixel, begin + chunk("tRNS", "") + palette + pixel,
+          begin + palette + chunk("tRNS", "1234") + pixel,
+          gray + chunk("tRNS", "ab") + chunk("tRNS", "ab") + pixel, gray + chunk("tRNS", "abcdef") + pixel,
+          head({1, 1, 8, 4}) + chunk("tRNS", "ab") + idat(packed(nxHex("000000")))}},
+        {"a chunk that must be known, two headers, no pixels, behind the end, apart, filter 5",
+         {begin + palette + chunk("TEXT", "") + pixel, begin + begin.substr(8) + palette + pixel,
+          begin + palette + end, begin + palette + end + pixel,
+          begin + palette + half + chunk("teXt", "") + pixel, begin + palette + idat(packed(nxHex("0501")))}},
+        {"three orders of rows, another coding, other filters, no width, no height, sizes that wrap, to a "
+         "few, cut",
+         {head({1, 1, 8, 3, 2}) + palette + pixel, head({1, 1, 8, 3, 0, 1}) + palette + pixel,
+          head({1, 1, 8, 3, 0, 0, 1}) + palette + pixel, head({0, 1, 8, 3}) + palette + pixel,
+          head({1, 0, 8, 3}) + palette + pixel, head({0x80000000, 2, 8, 3}) + palette + pixel,
+          head({0x10000001, 0x10, 8, 3}) + palette + pixel, begin.substr(0, begin.size() - 1)}}};
+    for (auto const& [names, files] : damaged)
+        for (std::string const& bytes : files)
+            EXPECT_EQ(decoded(bytes), "") << names << ": " << testing::PrintToString(bytes);
     // 2^24 pixels, whose rows have 2101248 bytes; a byte of data makes 1032 of them at most.
     static struct {
         std::uint32_t height;
@@ -235,7 +207,7 @@ TEST(Png, WhatBelongsTogether) {
 // A picture in two forms. Every cut and every changed byte of the file is noticed; of the stream, with sums
 // of the chunks that fit, it is noticed or gives an image of this size.
 TEST(Png, EveryCutAndEveryChangedByte) {
-    std::string const file = nxFileContent(nxResTestPath("disc.ico").c_str());
+    std::string const file = nxResTestFile("disc.ico");
     std::size_t const second = file.rfind("\x89PNG");
     std::string const forms[] = {file.substr(38, second - 38), file.substr(second)};
     std::string const pixels = decoded(forms[0]);
