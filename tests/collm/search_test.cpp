@@ -1,7 +1,6 @@
 // tests/collm/search_test.cpp - searching, extremes and the check of the order.
 #include "tests/collm/rawvec.h"
 #include "tests/support/support.h"
-#include <tuple>
 
 namespace {
 

@@ -7,8 +7,6 @@
 
 #include <random>
 #include <set>
-#include <tuple>
-#include <vector>
 
 namespace {
 

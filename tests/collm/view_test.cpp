@@ -2,7 +2,6 @@
 #include "general/collm/v4x.h"
 #include "tests/collm/rawvec.h"
 #include "tests/support/support.h"
-#include <tuple>
 
 namespace {
 

@@ -1,7 +1,4 @@
 // The words of an error manager's buffer: how values are written, what is kept and what is forgotten.
-#include <string>
-#include <tuple>
-
 #include "general/error/errorman.h"
 #include "tests/support/support.h"
 

@@ -1,6 +1,5 @@
 // The stack of managers, raising, the writers' words, the log entries, retries and the abort.
 #include <sstream>
-#include <string>
 
 #include "general/error/errorman.h"
 #include "general/process/timer.h"

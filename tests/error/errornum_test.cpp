@@ -3,9 +3,6 @@
 #include "general/error/errortemplate.h"
 #include "tests/support/support.h"
 
-#include <tuple>
-#include <vector>
-
 namespace {
 
 TEST(ErrorNum, SeverityFollowsTheTypeIndex) {

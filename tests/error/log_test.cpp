@@ -2,9 +2,7 @@
 #include <cstdio>
 #include <ctime>
 #include <sstream>
-#include <string>
 #include <thread>
-#include <tuple>
 
 #include "general/error/connlog.h"
 #include "general/error/errorman.h"

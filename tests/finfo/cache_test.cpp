@@ -4,7 +4,6 @@
 #include <atomic>
 #include <thread>
 #include <utility>
-#include <vector>
 
 #include "general/collm/mem.h"
 #include "general/error/errorman.h"

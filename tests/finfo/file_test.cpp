@@ -3,7 +3,6 @@
 
 #include <cstring>
 #include <filesystem>
-#include <tuple>
 
 #include "general/collm/v4x.h"
 #include "general/error/errorman.h"

@@ -7,10 +7,6 @@
 #include "general/text/namewalk.h"
 #include "tests/support/support.h"
 
-#include <string>
-#include <tuple>
-#include <vector>
-
 namespace {
 
 void dirMake(std::string const& name, std::initializer_list<char const*> files) {

@@ -7,8 +7,6 @@
 #include "tests/support/child.h"
 #include "tests/support/support.h"
 
-#include <tuple>
-
 namespace {
 
 NX_MainInfo infoOf(char const* program, NX_App** app = nullptr) {

@@ -4,8 +4,6 @@
 #include "general/platform/platform.h"
 #include "tests/support/support.h"
 
-#include <tuple>
-
 namespace {
 
 TEST(Color, Texts) {

@@ -5,9 +5,6 @@
 #include "general/module/dib.h"
 #include "tests/support/support.h"
 
-#include <string>
-#include <vector>
-
 // Bytes from hexadecimal digits; blanks are for the reader.
 inline std::string nxHex(std::string digits) {
     std::string bytes;

@@ -6,8 +6,6 @@
 
 #include <filesystem>
 #include <thread>
-#include <tuple>
-#include <vector>
 
 namespace {
 

@@ -1,32 +1,30 @@
 // The reader of resources beside the system's own calls, on the system that has them.
+#include "general/module/dll.h"
 #include "tests/module/restest.h"
 
 #include <windows.h>
 
-#include <vector>
-
 namespace {
-
-struct Found {
-    std::string type, id;
-    WORD lang;
-    std::string bytes;
-
-    bool operator==(Found const&) const = default;
-};
-
-std::string nameOf(char const* name) {
-    return IS_INTRESOURCE(name) ? "#" + std::to_string(LOWORD(name)) : name;
-}
 
 std::string bytesOf(HMODULE module, HRSRC resource) {
     auto const* const p = static_cast<char const*>(LockResource(LoadResource(module, resource)));
     return {p, p + SizeofResource(module, resource)};
 }
 
+// The bytes of all resources that the system finds in a module, by type, name and language.
+using Found = std::vector<std::tuple<std::string, std::string, int, std::string>>;
+
+std::string nameOf(char const* name) {
+    return IS_INTRESOURCE(name) ? "#" + std::to_string(LOWORD(name)) : name;
+}
+
+std::string nameOf(NX_StringA const& name, int number) {
+    return name.strLen() != 0 ? name.dataPConst() : "#" + std::to_string(number);
+}
+
 BOOL CALLBACK langAdd(HMODULE module, char const* type, char const* name, WORD lang, LONG_PTR list) {
-    reinterpret_cast<std::vector<Found>*>(list)->push_back(
-        {nameOf(type), nameOf(name), lang, bytesOf(module, FindResourceExA(module, type, name, lang))});
+    std::string const bytes = bytesOf(module, FindResourceExA(module, type, name, lang));
+    reinterpret_cast<Found*>(list)->emplace_back(nameOf(type), nameOf(name), lang, bytes);
     return TRUE;
 }
 
@@ -38,48 +36,41 @@ BOOL CALLBACK typeAdd(HMODULE module, char* type, LONG_PTR list) {
     return EnumResourceNamesA(module, type, nameAdd, list);
 }
 
-std::string nameOf(NX_StringA const& name, int number) {
-    return name.strLen() != 0 ? name.dataPConst() : "#" + std::to_string(number);
-}
-
-Found foundOf(NX_ResLib const& lib, NX_ResDesc const& desc) {
-    NX_ResData data;
-    EXPECT_EQ(lib.resDataLoad(data, desc), 0);
-    return {nameOf(desc.resTypeName(), desc.resType()), nameOf(desc.resName(), desc.resId()),
-            static_cast<WORD>(desc.resLang()), nxText(data)};
-}
-
-void expectSame(char const* name) {
-    SCOPED_TRACE(name);
-    NX_ResLib lib;
-    ASSERT_EQ(lib.resLibOpen(name, resLibTypeModule), 1);
-    HMODULE const module = lib.resLibHandSys();
+void expectSame(NX_ResLib const& lib, HMODULE module) {
+    SCOPED_TRACE(lib.resLibName());
     ASSERT_NE(module, nullptr);
-    std::vector<Found> system;
-    EXPECT_TRUE(EnumResourceTypesA(module, typeAdd, reinterpret_cast<LONG_PTR>(&system)));
-    std::vector<Found> own;
+    Found own, system;
     NX_ResDescVec list;
     EXPECT_EQ(lib.resDescs(list), 0);
     for (NX_ResDescVecPtrConst desc(list); desc.itemIsAvail(); ++desc) {
-        own.push_back(foundOf(lib, *desc));
-        NX_ResDesc chosen;
-        std::string const& type = own.back().type;
-        std::string const& id = own.back().id;
+        std::string const type = nameOf(desc->resTypeName(), desc->resType());
+        std::string const id = nameOf(desc->resName(), desc->resId());
+        NX_ResData data;
+        EXPECT_EQ(lib.resDataLoad(data, *desc), 0);
+        own.emplace_back(type, id, desc->resLang(), nxText(data));
         // Without a language the system asks for that of its user before any other.
-        bool const same =
-            GetUserDefaultLangID() != 0x409 ||
-            (lib.resDescFind(chosen, type.c_str(), id.c_str()) == 0 &&
-             foundOf(lib, chosen).bytes == bytesOf(module, FindResourceA(module, id.c_str(), type.c_str())));
-        EXPECT_TRUE(same) << type << ' ' << id;
+        NX_ResDesc chosen;
+        if (GetUserDefaultLangID() == 0x409) {
+            EXPECT_EQ(lib.resDescFind(chosen, type.c_str(), id.c_str()), 0);
+            EXPECT_EQ(lib.resDataLoad(data, chosen), 0);
+            EXPECT_EQ(nxText(data), bytesOf(module, FindResourceA(module, id.c_str(), type.c_str())));
+        }
     }
-    EXPECT_EQ(own, system);
-    EXPECT_GT(own.size(), 0u);
+    EXPECT_TRUE(EnumResourceTypesA(module, typeAdd, reinterpret_cast<LONG_PTR>(&system)));
+    EXPECT_TRUE(own == system && !own.empty());
 }
 
+// Also of a module that is loaded for its code: it is listed from its file.
 TEST(ResSystem, SameListAndSameBytes) {
-    for (char const* name : {"resources.dll", "testmodule.dll", "user32.dll"})
-        expectSame(name);
-    expectSame(NX_ResLib::resLibNameSys(nullptr).dataPConst());
+    for (char const* name : {"resources.dll", "testmodule.dll", "user32.dll", ""}) {
+        NX_ResLib lib;
+        NX_StringA const path = *name != 0 ? NX_StringA(name) : NX_ResLib::resLibNameSys(nullptr);
+        ASSERT_EQ(lib.resLibOpen(path, resLibTypeModule), 1);
+        expectSame(lib, lib.resLibHandSys());
+    }
+    NX_Dll code;
+    ASSERT_EQ(code.dllOpen("testmodule.dll"), 1);
+    expectSame(code, code.dllHand());
 }
 
 TEST(ResSystem, TextsAsTheSystemLoadsThem) {
@@ -94,19 +85,6 @@ TEST(ResSystem, TextsAsTheSystemLoadsThem) {
             EXPECT_STREQ(own, system) << id;
         }
     }
-}
-
-// What is loaded for its code is listed from its file.
-TEST(ResSystem, ListOfALoadedModule) {
-    Found found[2];
-    for (NX_ResLibType const type : {resLibTypeDll, resLibTypeModule}) {
-        NX_ResLib lib;
-        NX_ResDescVec list;
-        ASSERT_EQ(lib.resLibOpen("testmodule.dll", type), 1);
-        ASSERT_TRUE(lib.resDescs(list) == 0 && list.itemQty() != 0);
-        found[type == resLibTypeDll] = foundOf(lib, list[0]);
-    }
-    EXPECT_EQ(found[0], found[1]);
 }
 
 } // namespace

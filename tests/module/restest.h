@@ -2,8 +2,6 @@
 // found in them.
 #pragma once
 
-#include <string>
-
 #include "general/error/errorman.h"
 #include "general/module/resdata.h"
 #include "general/module/resdesc.h"

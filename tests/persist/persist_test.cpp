@@ -2,7 +2,6 @@
 #include "general/persist/persist.h"
 
 #include <sstream>
-#include <tuple>
 
 #include "general/error/errorman.h"
 #include "general/finfo/dirinfo.h"

@@ -1,6 +1,4 @@
 // Reading, writing, positions and handles; the same on every target.
-#include <string>
-
 #include "tests/platform/files.h"
 #include "tests/support/support.h"
 

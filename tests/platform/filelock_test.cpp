@@ -1,5 +1,4 @@
 // Byte-range locks; the same on every target. What Wine does otherwise stands in posix_filelock_test.cpp.
-#include <string>
 #include <thread>
 
 #include "tests/platform/files.h"

@@ -1,7 +1,4 @@
 // Copying, moving and deleting by name; the same on every target.
-#include <string>
-#include <tuple>
-
 #include "tests/platform/files.h"
 #include "tests/support/support.h"
 

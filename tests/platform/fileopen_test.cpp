@@ -1,8 +1,4 @@
 // Opening files: share modes, dispositions, names; the same on every target.
-#include <string>
-#include <tuple>
-#include <vector>
-
 #include "tests/platform/files.h"
 #include "tests/support/child.h"
 #include "tests/support/support.h"

@@ -1,6 +1,5 @@
 // File times; the same on every target.
 #include <chrono>
-#include <tuple>
 
 #include "tests/platform/files.h"
 #include "tests/support/support.h"

@@ -1,8 +1,4 @@
 // Searching directories; the same on every target. What Wine does otherwise stands in posix_file_test.cpp.
-#include <string>
-#include <tuple>
-#include <vector>
-
 #include "tests/platform/files.h"
 #include "tests/support/support.h"
 

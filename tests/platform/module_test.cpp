@@ -4,10 +4,7 @@
 
 #include <atomic>
 #include <cstring>
-#include <string>
-#include <tuple>
 #include <utility>
-#include <vector>
 
 #include "general/platform/strings.h"
 NX_STRINGS_BEGIN

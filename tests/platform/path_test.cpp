@@ -1,7 +1,5 @@
 // Full names; the same on every target, separators aside.
 #include <algorithm>
-#include <string>
-#include <vector>
 
 #include "tests/platform/files.h"
 #include "tests/support/support.h"

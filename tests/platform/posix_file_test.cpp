@@ -6,8 +6,6 @@
 
 #include <cstring>
 #include <limits>
-#include <string>
-#include <tuple>
 
 #include "general/platform/posix/codepage.h"
 #include "general/platform/posix/pattern.h"

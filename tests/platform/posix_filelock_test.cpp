@@ -2,8 +2,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <string>
-
 #include "general/platform/posix/seam.h"
 #include "tests/platform/files.h"
 #include "tests/support/child.h"

@@ -5,8 +5,6 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <string>
-#include <tuple>
 
 namespace {
 

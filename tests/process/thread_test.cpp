@@ -1,7 +1,6 @@
 // Threads from start to end, and the registry.
 #include <atomic>
 #include <memory>
-#include <string>
 
 #include "general/error/errorman.h"
 #include "general/process/thread.h"

@@ -1,5 +1,7 @@
 // tests/support/support.h - what the tests of all folders share.
 //
+// It brings what tables of cases are made of: strings, tuples and vectors.
+//
 // The main of every test executable changes into a fresh scratch directory, which is removed at the end:
 // tests create files in the current directory under relative names. A death test's child runs in its parent's
 // directory.
@@ -8,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 // What several calls gave, one after the other, as numbers of any type: for one comparison of all of them.

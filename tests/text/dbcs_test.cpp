@@ -1,6 +1,4 @@
 // tests/text/dbcs_test.cpp - code pages, lead-byte settings, Japanese variants, double-byte spaces.
-#include <tuple>
-
 #include "tests/support/support.h"
 #include "tests/text/textsupport.h"
 

@@ -1,7 +1,6 @@
 // tests/text/regexp_test.cpp - compiling and searching with regular expressions.
 #include <random>
 #include <sstream>
-#include <string>
 
 #include "general/text/regexp.h"
 #include "general/text/stringa.h"

@@ -3,9 +3,6 @@
 #include "general/text/stringa.h"
 #include "tests/support/support.h"
 
-#include <string>
-#include <vector>
-
 namespace {
 
 using Numbers = std::vector<unsigned int>;

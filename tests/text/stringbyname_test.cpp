@@ -1,7 +1,6 @@
 // tests/text/stringbyname_test.cpp - dictionaries.
 #include <map>
 #include <random>
-#include <string>
 
 #include "general/text/stringbyname.h"
 #include "tests/support/support.h"

@@ -4,8 +4,6 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <string>
-#include <tuple>
 
 namespace {
 

@@ -4,9 +4,6 @@
 #include "general/text/stringa.h"
 #include "tests/support/support.h"
 
-#include <string>
-#include <tuple>
-
 namespace {
 
 std::string text(NX_StringA const& s) {

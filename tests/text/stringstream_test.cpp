@@ -7,8 +7,6 @@
 
 #include <iomanip>
 #include <sstream>
-#include <string>
-#include <tuple>
 
 namespace {
 

@@ -1,6 +1,5 @@
 // tests/text/stringvec_test.cpp - vectors of strings.
 #include <sstream>
-#include <string>
 
 #include "general/text/stringvec.h"
 #include "tests/support/support.h"

@@ -1,6 +1,5 @@
 // tests/text/textcompare_test.cpp - the comparison modes, against tables and against a naive model.
 #include <cstring>
-#include <tuple>
 
 #include "general/text/textcompare.h"
 #include "general/text/textprim.h"

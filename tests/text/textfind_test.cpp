@@ -1,6 +1,5 @@
 // tests/text/textfind_test.cpp - searching, spans and case: a table, then all forms against a naive model.
 #include <cstring>
-#include <tuple>
 
 #include "general/text/textprim.h"
 #include "tests/support/support.h"

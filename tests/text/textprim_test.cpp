@@ -1,6 +1,5 @@
 // tests/text/textprim_test.cpp - copying, filling, tables, numbers and counters.
 #include <cstring>
-#include <tuple>
 
 #include "general/collm/mem.h"
 #include "general/text/stringa.h"

@@ -1,8 +1,5 @@
 // tests/text/textvec_test.cpp - character vectors and views of a part of them.
 #include <cstring>
-#include <string>
-#include <tuple>
-#include <vector>
 
 #include "general/text/dbcs.h"
 #include "general/text/textvec.h"

@@ -1,6 +1,4 @@
 // tests/text/tokenizer_test.cpp - splitting strings into words.
-#include <string>
-
 #include "general/text/dbcs.h"
 #include "general/text/stringa.h"
 #include "general/text/tokenizer.h"
