@@ -56,19 +56,17 @@ void readAll(NX_FileData& file, char const* digits) {
 
 TEST(Cache, TheLeastRecentlyUsedBlockGoesFirst) {
     nxFileMake("lru.bin", std::string(8 * block, 'o'));
-    struct {
-        unsigned int budget; // blocks
-        char const* reads;
-        char const* left;
-    } const table[] = {{3, "0246", "246"},    {3, "024064", "046"},   {4, "01234567", "4567"}, {1, "53", "3"},
-                       {4, "760524", "0245"}, {4, "7053707", "0357"}, {0, "012", ""}};
-    for (auto const& row : table) {
-        SCOPED_TRACE(row.reads);
-        NX_Cache cache(row.budget * block + 100);
+    // blocks
+    std::tuple<unsigned int, char const*, char const*> const table[] = {
+        {3, "0246", "246"},    {3, "024064", "046"},   {4, "01234567", "4567"}, {1, "53", "3"},
+        {4, "760524", "0245"}, {4, "7053707", "0357"}, {0, "012", ""}};
+    for (auto const& [budget, reads, left] : table) {
+        SCOPED_TRACE(reads);
+        NX_Cache cache(budget * block + 100);
         NX_FileData file("lru.bin", File::modeRead, &cache);
-        readAll(file, row.reads);
-        EXPECT_EQ(cache.cacheSize(), std::string(row.left).size() * block);
-        EXPECT_EQ(residents(file, cache, "lru.bin"), row.left);
+        readAll(file, reads);
+        EXPECT_EQ(cache.cacheSize(), std::string(left).size() * block);
+        EXPECT_EQ(residents(file, cache, "lru.bin"), left);
     }
 }
 

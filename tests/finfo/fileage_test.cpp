@@ -25,27 +25,26 @@ TEST(FileAge, DayNumbersFollowTheCalendar) {
 }
 
 TEST(FileAge, Comparison) {
-    struct {
-        NX_FileAge8 a, b;
-        int tolerant; // sign
-    } const table[] = {{{1998, 7, 4, 12, 0, 10, 0}, {1998, 7, 4, 12, 0, 12, 0}, 0},
-                       {{1998, 7, 4, 12, 0, 10, 0}, {1998, 7, 4, 12, 0, 14, 0}, -1},
-                       {{1998, 7, 4, 12, 0, 10, 1}, {1998, 7, 4, 12, 0, 14, 0}, 0},
-                       {{1998, 7, 4, 12, 1, 0, 0}, {1998, 7, 4, 12, 0, 58, 0}, 0},
-                       {{1998, 7, 4, 12, 1, 4, 0}, {1998, 7, 4, 12, 0, 58, 0}, 1},
-                       {{1998, 12, 31, 23, 59, 59, 50}, {1999, 1, 1, 0, 0, 0, 0}, 0},
-                       {{2000, 2, 28, 23, 59, 58, 0}, {2000, 2, 29, 0, 0, 0, 0}, 0},
-                       {{2000, 2, 28, 23, 59, 58, 0}, {2000, 3, 1, 0, 0, 0, 0}, -1},
-                       {{1998, 7, 4, 12, 0, 10, 0}, {1998, 7, 4, 12, 1, 10, 0}, -1},
-                       {{0, 0, 0, 0, 0, 0, 0}, {1980, 1, 1, 0, 0, 0, 0}, -1}};
-    for (auto const& row : table) {
+    // sign
+    std::tuple<NX_FileAge8, NX_FileAge8, int> const table[] = {
+        {{1998, 7, 4, 12, 0, 10, 0}, {1998, 7, 4, 12, 0, 12, 0}, 0},
+        {{1998, 7, 4, 12, 0, 10, 0}, {1998, 7, 4, 12, 0, 14, 0}, -1},
+        {{1998, 7, 4, 12, 0, 10, 1}, {1998, 7, 4, 12, 0, 14, 0}, 0},
+        {{1998, 7, 4, 12, 1, 0, 0}, {1998, 7, 4, 12, 0, 58, 0}, 0},
+        {{1998, 7, 4, 12, 1, 4, 0}, {1998, 7, 4, 12, 0, 58, 0}, 1},
+        {{1998, 12, 31, 23, 59, 59, 50}, {1999, 1, 1, 0, 0, 0, 0}, 0},
+        {{2000, 2, 28, 23, 59, 58, 0}, {2000, 2, 29, 0, 0, 0, 0}, 0},
+        {{2000, 2, 28, 23, 59, 58, 0}, {2000, 3, 1, 0, 0, 0, 0}, -1},
+        {{1998, 7, 4, 12, 0, 10, 0}, {1998, 7, 4, 12, 1, 10, 0}, -1},
+        {{0, 0, 0, 0, 0, 0, 0}, {1980, 1, 1, 0, 0, 0, 0}, -1}};
+    for (auto const& [a, b, tolerant] : table) {
         std::ostringstream text;
-        text << row.a << " and " << row.b;
+        text << a << " and " << b;
         SCOPED_TRACE(text.str());
         auto const sign = [](int order) { return (order > 0) - (order < 0); };
-        EXPECT_EQ(sign(row.a.ageCompare(row.b)), row.tolerant);
-        EXPECT_EQ(sign(row.b.ageCompare(row.a)), -row.tolerant);
-        EXPECT_TRUE(row.a.ageCompareExact(row.b) != 0 && row.a.ageCompareExact(row.a) == 0);
+        EXPECT_EQ(sign(a.ageCompare(b)), tolerant);
+        EXPECT_EQ(sign(b.ageCompare(a)), -tolerant);
+        EXPECT_TRUE(a.ageCompareExact(b) != 0 && a.ageCompareExact(a) == 0);
     }
     std::ostringstream shown;
     shown << NX_FileAge8{1998, 7, 4, 9, 5, 2, 0};

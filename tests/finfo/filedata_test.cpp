@@ -115,18 +115,16 @@ TEST(FileData, DoesWhatAStringDoes) {
 TEST(FileData, OpensAndFailsAsFilesDo) {
     std::filesystem::create_directory("opendir");
     nxFileMake("open.txt", "content");
-    struct {
-        char const* name;
-        File::OpenMode mode;
-    } const table[] = {{"open.txt", File::modeRead},
-                       {"open.txt", File::modeWrite},
-                       {"open.txt", File::modeReadWrite | File::modeExclusive},
-                       {"open.txt", File::modeReadDenyWrite},
-                       {"missing.txt", File::modeRead},
-                       {"opendir", File::modeRead},
-                       {"nodir/x", File::modeWrite | File::modeCreate}};
-    for (auto const& row : table) {
-        SCOPED_TRACE(std::string(row.name) + " " + std::to_string(row.mode));
+    std::tuple<char const*, File::OpenMode> const table[] = {
+        {"open.txt", File::modeRead},
+        {"open.txt", File::modeWrite},
+        {"open.txt", File::modeReadWrite | File::modeExclusive},
+        {"open.txt", File::modeReadDenyWrite},
+        {"missing.txt", File::modeRead},
+        {"opendir", File::modeRead},
+        {"nodir/x", File::modeWrite | File::modeCreate}};
+    for (auto const& [name, mode] : table) {
+        SCOPED_TRACE(std::string(name) + " " + std::to_string(mode));
         // Each step on a plain and on a cached file: result, error number, details.
         auto const steps = [&](auto& file) {
             char buffer[16] = {};
@@ -155,10 +153,10 @@ TEST(FileData, OpensAndFailsAsFilesDo) {
             return told;
         };
         NxErrorOk();
-        auto plainFile = std::make_unique<File>(row.name, row.mode);
+        auto plainFile = std::make_unique<File>(name, mode);
         std::string const plain = steps(*plainFile);
         plainFile.reset();
-        NX_FileData file(row.name, row.mode);
+        NX_FileData file(name, mode);
         EXPECT_EQ(steps(file), plain);
         NX_FileDataPtr held;
         EXPECT_EQ(file.dataHoldAt(0, held), -1);

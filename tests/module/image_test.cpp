@@ -30,11 +30,7 @@ TEST(Image, Bitmaps) {
 TEST(Image, IconImages) {
     std::string const two = nxHex("00000000 FFFFFF00");
     std::string const mono = nxDibHead(2, 4, 1) + two + nxHex("80000000 40000000 40000000 C0000000");
-    struct {
-        char const* name;
-        NX_IconType type;
-        std::string bytes, pixels;
-    } const rows[] = {
+    std::tuple<char const*, NX_IconType, std::string, std::string> const rows[] = {
         // The upper row is transparent and inverts where it is white.
         {"mask", iconTypeIcon, mono, "K00 W00 / W K00"},
         {"hot spot", iconTypeCursor, nxHex("0100 FFFF") + mono, "K00 W00 / W K00"},
@@ -48,12 +44,12 @@ TEST(Image, IconImages) {
         {"run-length", iconTypeIcon, nxDibHead(1, 2, 8, 1, 2) + two + nxHex("0100 0001 00000000"), ""},
         {"hot spot, cut", iconTypeCursor, nxHex("0100"), ""},
     };
-    for (auto const& row : rows) {
+    for (auto const& [name, type, bytes, pixels] : rows) {
         NX_IconImage icon;
-        int const opened = icon.imageOpen(nxBytes(row.bytes), nxSize(row.bytes), row.type);
-        EXPECT_EQ(nxDecoded(icon, opened), row.pixels) << row.name;
-        bool const isHot = row.type == iconTypeCursor && opened == 0;
-        EXPECT_TRUE(icon.hotX() == isHot && icon.hotY() == -isHot && icon.imageIsPng() == 0) << row.name;
+        int const opened = icon.imageOpen(nxBytes(bytes), nxSize(bytes), type);
+        EXPECT_EQ(nxDecoded(icon, opened), pixels) << name;
+        bool const isHot = type == iconTypeCursor && opened == 0;
+        EXPECT_TRUE(icon.hotX() == isHot && icon.hotY() == -isHot && icon.imageIsPng() == 0) << name;
     }
 }
 
@@ -68,17 +64,13 @@ TEST(Image, TheBestOfAGroup) {
     group += nxHex("00 00 00 00 0100 2000 00010000 0600"); // 256
     NX_IconEntryVec entries;
     ASSERT_EQ(entries.iconRead(nxBytes(group), nxSize(group), iconTypeIcon), 0);
-    static struct {
-        unsigned int width, height, depth;
-        int id;
-    } const rows[] = {
+    static std::tuple<unsigned int, unsigned int, unsigned int, int> const rows[] = {
         {16, 16, 32, 1}, {20, 20, 32, 1}, {24, 24, 4, 1},  {32, 32, 4, 2},   {32, 32, 1, 2},
         {32, 32, 24, 3}, {32, 32, 32, 4}, {48, 48, 32, 4}, {255, 255, 1, 6}, {0xFFFFFFFF, 0xFFFFFFFF, 8, 6},
         {0, 0, 0, 1},
     };
-    for (auto const& row : rows)
-        EXPECT_EQ(entries[entries.iconBest(row.width, row.height, row.depth)].id, row.id)
-            << row.width << ' ' << row.depth;
+    for (auto const& [width, height, depth, id] : rows)
+        EXPECT_EQ(entries[entries.iconBest(width, height, depth)].id, id) << width << ' ' << depth;
     EXPECT_EQ(entries.iconRead(nxBytes(group), nxSize(group) - 1, iconTypeIcon), errorNumImage);
     EXPECT_EQ(entries.iconBest(32, 32, 8), NX_NO_INDEX);
     EXPECT_EQ(entries.iconRead(nxBytes(group), nxSize(group), iconTypeCursor), errorNumImage);

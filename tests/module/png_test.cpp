@@ -75,11 +75,7 @@ std::string const palette = chunkHex("PLTE", "FF0000 00FF00 0000FF");
 
 TEST(Png, EveryKindOfPixel) {
     std::string const text = chunk("teXt", "that may be left out");
-    struct {
-        char const* name;
-        Head head;
-        std::string chunks, rows, pixels;
-    } const rows[] = {
+    std::tuple<char const*, Head, std::string, std::string, std::string> const rows[] = {
         {"gray, 1 bit", {9, 1, 1, 0}, text, "00 A580", "W K W K K W K W W"},
         {"gray, 2 bits", {4, 1, 2, 0}, "", "00 1B", "K 555555 AAAAAA W"},
         {"gray, 4 bits", {3, 1, 4, 0}, "", "00 0820", "K 888888 222222"},
@@ -107,13 +103,12 @@ TEST(Png, EveryKindOfPixel) {
         {"passes", {3, 3, 2, 3, 1}, palette, "0000 0080 0080 0040 00C0 006C", "R G B / G B K / B K R"},
         {"fewer passes", {1, 5, 2, 3, 1}, palette, "0000 0000 0080 0040 00C0", "R / G / B / K / R"},
     };
-    for (auto const& row : rows) {
-        std::string const stream = packed(nxHex(row.rows));
+    for (auto const& [name, kind, chunks, lines, pixels] : rows) {
+        std::string const stream = packed(nxHex(lines));
         for (bool const isSplit : {false, true})
-            EXPECT_EQ(decoded(head(row.head) + row.chunks + idat(stream, isSplit) + end), row.pixels)
-                << row.name << isSplit;
-        std::string const few = packed(nxHex(row.rows).substr(1));
-        EXPECT_EQ(decoded(head(row.head) + row.chunks + idat(few) + end), "") << row.name;
+            EXPECT_EQ(decoded(head(kind) + chunks + idat(stream, isSplit) + end), pixels) << name << isSplit;
+        std::string const few = packed(nxHex(lines).substr(1));
+        EXPECT_EQ(decoded(head(kind) + chunks + idat(few) + end), "") << name;
     }
     unsigned int depths = 0; // 0 after a failure
     for (int n = 0; n < 9 * 34; ++n) {
@@ -191,16 +186,13 @@ TEST(Png, WhatBelongsTogether) {
         for (std::string const& bytes : files)
             EXPECT_EQ(decoded(bytes), "") << names << ": " << testing::PrintToString(bytes);
     // 2^24 pixels, whose rows have 2101248 bytes; a byte of data makes 1032 of them at most.
-    static struct {
-        std::uint32_t height;
-        unsigned int size;
-        int error;
-    } const sizes[] = {{4096, 2037, 0}, {4096, 2036, errorNumImage}, {4097, 9000, errorNumImage}};
-    for (auto const& row : sizes) {
-        std::string bytes = head({4096, row.height, 1, 0});
-        bytes.resize(row.size, 'x');
+    static std::tuple<std::uint32_t, unsigned int, int> const sizes[] = {
+        {4096, 2037, 0}, {4096, 2036, errorNumImage}, {4097, 9000, errorNumImage}};
+    for (auto const& [height, size, error] : sizes) {
+        std::string bytes = head({4096, height, 1, 0});
+        bytes.resize(size, 'x');
         NX_IconImage icon;
-        EXPECT_EQ(icon.imageOpen(nxBytes(bytes), row.size, iconTypeIcon), row.error) << row.size;
+        EXPECT_EQ(icon.imageOpen(nxBytes(bytes), size, iconTypeIcon), error) << size;
     }
 }
 

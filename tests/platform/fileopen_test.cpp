@@ -78,26 +78,24 @@ TEST(PlatformOpen, refusedOpenLeavesTheContents) {
 }
 
 TEST(PlatformOpen, dispositions) {
-    struct {
-        DWORD creation, missing, file, directory; // the way, and the last error
-        bool empties;
-    } const rows[] = {
+    // the way, and the last error
+    std::tuple<DWORD, DWORD, DWORD, DWORD, bool> const rows[] = {
         {CREATE_NEW, 0, 80, 80, false},  {CREATE_ALWAYS, 0, 183, 5, true},   {OPEN_EXISTING, 2, 0, 5, false},
         {OPEN_ALWAYS, 0, 183, 5, false}, {TRUNCATE_EXISTING, 2, 0, 5, true}, {0, 87, 87, 87, false},
         {6, 87, 87, 87, false}};
     CreateDirectoryA("dir", nullptr);
-    for (auto const& row : rows) {
-        auto const attempt = [&](char const* name) { return fileOpenError(name, rw, 7, row.creation); };
+    for (auto const& [creation, missing, file, directory, empties] : rows) {
+        auto const attempt = [&](char const* name) { return fileOpenError(name, rw, 7, creation); };
         DeleteFileA("fresh");
         nxFileMake("old", "abc");
-        bool const valid = row.missing != 87;
-        EXPECT_EQ(attempt("fresh"), row.missing) << row.creation;
-        EXPECT_EQ(GetFileAttributesA("fresh"), row.missing == 0 ? 0x20u : INVALID_FILE_ATTRIBUTES);
-        EXPECT_EQ(attempt("old"), row.file) << row.creation;
-        EXPECT_EQ(nxFileContent("old"), row.empties ? "" : "abc") << row.creation;
-        EXPECT_EQ(attempt("dir"), row.directory) << row.creation;
-        EXPECT_EQ(attempt("nodir/x"), valid ? 3u : 87u) << row.creation;
-        EXPECT_EQ(attempt("old/x"), valid ? 3u : 87u) << row.creation;
+        bool const valid = missing != 87;
+        EXPECT_EQ(attempt("fresh"), missing) << creation;
+        EXPECT_EQ(GetFileAttributesA("fresh"), missing == 0 ? 0x20u : INVALID_FILE_ATTRIBUTES);
+        EXPECT_EQ(attempt("old"), file) << creation;
+        EXPECT_EQ(nxFileContent("old"), empties ? "" : "abc") << creation;
+        EXPECT_EQ(attempt("dir"), directory) << creation;
+        EXPECT_EQ(attempt("nodir/x"), valid ? 3u : 87u) << creation;
+        EXPECT_EQ(attempt("old/x"), valid ? 3u : 87u) << creation;
     }
 }
 

@@ -123,18 +123,17 @@ std::string stringLoad(HMODULE module, unsigned int id, int size) {
 }
 
 TEST_F(PlatformModule, strings) {
-    struct {
-        char const* loaded;
-        std::vector<std::pair<unsigned int, int>> calls; // number and size of the buffer
-    } const rows[] = {{"7 hundred 777", {{100, 20}, {100, 8}, {0x10064, 20}}},
-                      {"6 hundre 777", {{100, 7}}},
-                      {"0  777", {{100, 1}, {102, 20}, {96, 20}, {111, 20}}},
-                      {"-1 xx 777", {{100, 0}}},
-                      {"0  1814", {{112, 20}, {95, 20}, {0, 20}}},
-                      {"4 last 777", {{65535, 20}}}};
-    for (auto const& row : rows)
-        for (auto const& [id, size] : row.calls)
-            EXPECT_EQ(stringLoad(nullptr, id, size), row.loaded) << id << " " << size;
+    // number and size of the buffer
+    std::tuple<char const*, std::vector<std::pair<unsigned int, int>>> const rows[] = {
+        {"7 hundred 777", {{100, 20}, {100, 8}, {0x10064, 20}}},
+        {"6 hundre 777", {{100, 7}}},
+        {"0  777", {{100, 1}, {102, 20}, {96, 20}, {111, 20}}},
+        {"-1 xx 777", {{100, 0}}},
+        {"0  1814", {{112, 20}, {95, 20}, {0, 20}}},
+        {"4 last 777", {{65535, 20}}}};
+    for (auto const& [loaded, calls] : rows)
+        for (auto const& [id, size] : calls)
+            EXPECT_EQ(stringLoad(nullptr, id, size), loaded) << id << " " << size;
     HMODULE const module = LoadLibraryA("nxtest");
     EXPECT_EQ(stringLoad(module, 100, 20), "15 from the module 777");
     EXPECT_EQ(stringLoad(module, 65535, 20), "0  1814");

@@ -31,30 +31,28 @@ TEST(Dbcs, CodePagesHaveTheirRegionAndLeadBytes) {
 }
 
 TEST(Dbcs, LeadByteSettings) {
-    struct {
-        char const* text;
-        int result, first, last, moved; // last below first: no lead bytes at all; -2: unchanged
-    } const rows[] = {{"0x81-0x9F", 0, 0x81, 0x9F, 9},
-                      {" \t129", 0, 129, 129, 5},
-                      {"0-255", 0, 0, 255, 5},
-                      {"-", 0, 1, 0, 1},
-                      {" - more", 0, 1, 0, 2},
-                      {"200-100", -1, -2, 0, 0},
-                      {"300", -1, -2, 0, 0},
-                      {"5 ", -1, -2, 0, 0},
-                      {"5-", -1, -2, 0, 0},
-                      {"", -1, -2, 0, 0}};
-    for (auto const& row : rows) {
-        SCOPED_TRACE(row.text);
+    // last below first: no lead bytes at all; -2: unchanged
+    std::tuple<char const*, int, int, int, int> const rows[] = {{"0x81-0x9F", 0, 0x81, 0x9F, 9},
+                                                                {" \t129", 0, 129, 129, 5},
+                                                                {"0-255", 0, 0, 255, 5},
+                                                                {"-", 0, 1, 0, 1},
+                                                                {" - more", 0, 1, 0, 2},
+                                                                {"200-100", -1, -2, 0, 0},
+                                                                {"300", -1, -2, 0, 0},
+                                                                {"5 ", -1, -2, 0, 0},
+                                                                {"5-", -1, -2, 0, 0},
+                                                                {"", -1, -2, 0, 0}};
+    for (auto const& [text, result, first, last, moved] : rows) {
+        SCOPED_TRACE(text);
         NX_DbcsInfo info(1252);
         info.chIsLead(0xF0, 0xF0, 1);
-        char const* p = row.text;
-        EXPECT_TRUE(info.dbcsLead(&p) == row.result && p - row.text == row.moved);
+        char const* p = text;
+        EXPECT_TRUE(info.dbcsLead(&p) == result && p - text == moved);
         EXPECT_FALSE(info.dbcsIsTrue()); // the flag is not the table's
         for (int c = 0; c < 256; ++c) {
-            bool const inside = row.first >= 0 && c >= row.first && c <= row.last;
-            bool const kept = c == 0xF0 && row.first <= row.last;
-            EXPECT_EQ(info.chIsLead(c), inside || kept || (row.first == -2 && c == 0xF0)) << c;
+            bool const inside = first >= 0 && c >= first && c <= last;
+            bool const kept = c == 0xF0 && first <= last;
+            EXPECT_EQ(info.chIsLead(c), inside || kept || (first == -2 && c == 0xF0)) << c;
         }
     }
 }

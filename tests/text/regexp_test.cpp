@@ -54,14 +54,12 @@ TEST(RegExp, Status) {
         EXPECT_EQ(0u, length);
     }
     // The end code needs unit 127 at the latest.
-    struct {
-        unsigned int most; // literals in front
-        char const* last;
-    } const rows[] = {{127, ""}, {126, "*"}, {110, "[a]"}, {109, "[a]*"}};
-    for (auto const& row : rows)
+    // literals in front
+    std::tuple<unsigned int, char const*> const rows[] = {{127, ""}, {126, "*"}, {110, "[a]"}, {109, "[a]*"}};
+    for (auto const& [most, last] : rows)
         for (unsigned int over = 0; over < 3; ++over) {
-            reused = (std::string(row.most + over, 'x') + row.last).c_str();
-            EXPECT_EQ(over ? NX_RegExpA::EXP_Overflow : NX_RegExpA::EXP_Ok, reused.expStatus()) << row.last;
+            reused = (std::string(most + over, 'x') + last).c_str();
+            EXPECT_EQ(over ? NX_RegExpA::EXP_Overflow : NX_RegExpA::EXP_Ok, reused.expStatus()) << last;
         }
 }
 
