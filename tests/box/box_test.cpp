@@ -9,10 +9,6 @@ NXS_Box box(char const* caption, char const* text, char const* buttons, char con
     return {caption, text, buttons, manner};
 }
 
-NXS_Step kind(char const* buttons, char const* answer) {
-    return {box("MSG00042  Payroll", "First line.\nSecond: line.", buttons, ""), answer};
-}
-
 constexpr int aborted = -1;
 
 // Runs a flow of boxes: how the child ends, what it noted, what stands in the log, what is shown behind.
@@ -40,25 +36,27 @@ void check(char const* name, NXS_Flow const& flow, int end, char const* notes, c
 }
 
 TEST(Box, EveryKindAndEveryAnswer) {
-    check("answers",
-          {"show",
-           {"0", "1", "1", "2", "2", "2", "3", "3", "4", "4", "5", "5"},
-           {kind("ok [Enter]", "ok"), kind("ok [Enter], cancel", "ok"), kind("ok [Enter], cancel", "cancel"),
-            kind("abort [Enter], retry, ignore", "abort"), kind("abort [Enter], retry, ignore", "retry"),
-            kind("abort [Enter], retry, ignore", "ignore"), kind("yes [Enter], no, cancel", "yes"),
-            kind("yes [Enter], no, cancel", "cancel"), kind("yes [Enter], no", "yes"),
-            kind("yes [Enter], no", "no"), kind("retry [Enter], cancel", "retry"),
-            kind("retry [Enter], cancel", "cancel")}},
-          10, "/ / cancel / abort / retry / ignore / yes / cancel / yes / no / retry / cancel / ", "");
-    // The second button preset is 256, the third 512.
-    check("Enter and turning away",
-          {"show",
-           {"0", "257", "515", "2", "1", "3", "5"},
-           {kind("ok [Enter]", nxEnter), kind("ok, cancel [Enter]", nxEnter),
-            kind("yes, no, cancel [Enter]", nxEnter), kind("abort [Enter], retry, ignore", nxEnter),
-            kind("ok [Enter], cancel", nxTurnAway), kind("yes [Enter], no, cancel", nxTurnAway),
-            kind("retry [Enter], cancel", nxTurnAway)}},
-          10, "/ cancel / cancel / abort / cancel / cancel / cancel / ", "");
+    static std::tuple<char const*, char const*, std::vector<char const*>> const rows[] = {
+        {"0", "ok [Enter]", {"ok", nxEnter}},
+        {"1", "ok [Enter], cancel", {"ok", "cancel", nxTurnAway}},
+        {"2", "abort [Enter], retry, ignore", {"abort", "retry", "ignore", nxEnter}},
+        {"3", "yes [Enter], no, cancel", {"yes", "cancel", nxTurnAway}},
+        {"4", "yes [Enter], no", {"yes", "no"}},
+        {"5", "retry [Enter], cancel", {"retry", "cancel", nxTurnAway}},
+        {"257", "ok, cancel [Enter]", {nxEnter}},       // the second button preset is 256
+        {"515", "yes, no, cancel [Enter]", {nxEnter}}}; // the third 512
+    NXS_Flow flow = {"show", {}, {}};
+    for (auto const& [style, buttons, answers] : rows)
+        for (char const* answer : answers) {
+            flow.arguments.push_back(style);
+            flow.steps.push_back(
+                {box("MSG00042  Payroll", "First line.\nSecond: line.", buttons, ""), answer});
+        }
+    check(
+        "answers", flow, 10,
+        "/ / / cancel / cancel / abort / retry / ignore / abort / yes / cancel / cancel / yes / no / retry / "
+        "cancel / cancel / cancel / cancel / ",
+        "");
 }
 
 TEST(Box, ErrorsAssertionsAndTheVersionCheck) {

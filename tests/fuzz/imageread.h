@@ -8,20 +8,17 @@
 
 #include <cstring>
 
-// Looks at every pixel. False when the image is not as large as was said.
-inline bool nxImageTouch(NX_Image const& image, unsigned int width, unsigned int height, unsigned int& sum) {
-    for (unsigned int n = 0; n < image.pixels().itemQty(); ++n)
-        sum = sum * 31 + image.pixels()[n].red + image.pixels()[n].alpha;
-    return image.imageWidth() == width && image.imageHeight() == height &&
-           image.pixels().itemQty() == width * height;
-}
-
+// Looks at every pixel. False when the image is not as large as was said, or left behind by a failure.
 template <class Decoder>
 bool nxPixelsTouch(Decoder const& decoder, unsigned int& sum) {
     NX_Image image;
-    int const error = decoder.imagePixels(image);
-    return error != 0 ? image.pixels().itemQty() == 0
-                      : nxImageTouch(image, decoder.imageWidth(), decoder.imageHeight(), sum);
+    bool const isGood = decoder.imagePixels(image) == 0;
+    for (unsigned int n = 0; n < image.pixels().itemQty(); ++n)
+        sum = sum * 31 + image.pixels()[n].red + image.pixels()[n].alpha;
+    unsigned int const width = isGood ? decoder.imageWidth() : 0;
+    unsigned int const height = isGood ? decoder.imageHeight() : 0;
+    return image.imageWidth() == width && image.imageHeight() == height &&
+           image.pixels().itemQty() == width * height;
 }
 
 // Each item at most one level below the one before, and below popups only.
@@ -38,6 +35,7 @@ inline bool nxMenuTouch(NX_MenuItemVec const& items, unsigned int& sum) {
 
 // Decodes the bytes as a resource of a type. False when a decoder contradicts itself.
 inline bool nxResourceTouch(int type, unsigned char const* data, unsigned int size, unsigned int& sum) {
+    NX_IconType const kind = type == resTypeIcon || type == resTypeIconGroup ? iconTypeIcon : iconTypeCursor;
     switch (type) {
     case resTypeBitmap: {
         NX_Dib dib;
@@ -46,14 +44,12 @@ inline bool nxResourceTouch(int type, unsigned char const* data, unsigned int si
     case resTypeIcon:
     case resTypeCursor: {
         NX_IconImage image;
-        NX_IconType const kind = type == resTypeIcon ? iconTypeIcon : iconTypeCursor;
         return image.imageOpen(data, size, kind) != 0 || nxPixelsTouch(image, sum);
     }
     case resTypeIconGroup:
     case resTypeCursorGroup: {
         NX_IconEntryVec entries;
-        int const error =
-            entries.iconRead(data, size, type == resTypeIconGroup ? iconTypeIcon : iconTypeCursor);
+        int const error = entries.iconRead(data, size, kind);
         return (entries.iconBest(32, 32, 8) < entries.itemQty()) == (error == 0);
     }
     case resTypeMenu: {
