@@ -38,9 +38,21 @@ TEST(PosixLocale, pageFollowsVariableThenLocale) {
     nxPlatformCodePageSet(0);
 }
 
+int interruptions;
+
 // How boxes look and are answered stands in tests/box.
-TEST(PosixMessageBox, anotherListStartsAnew) {
+TEST(PosixMessageBox, anotherListStartsAnewAndSignalsAreNoAnswers) {
+    NXS_SeamScope const scope;
+    nxSeam.isTerminal = [](int) { return 1; };
+    nxSeam.read = [](int, void* buffer, std::size_t) -> ssize_t {
+        *static_cast<char*>(buffer) = '\n';
+        errno = EINTR;
+        return ++interruptions < 3 ? -1 : 1;
+    };
     testing::internal::CaptureStderr();
+    interruptions = 0;
+    EXPECT_EQ(MessageBoxA(nullptr, "", nullptr, MB_YESNO), IDYES);
+    EXPECT_EQ(interruptions, 3);
     for (auto const& [list, reply] : {std::pair("cancel", IDCANCEL), {"retry", IDRETRY}, {"r", IDCANCEL}}) {
         ::setenv("VX7_MESSAGE_REPLY", list, 1);
         EXPECT_EQ(MessageBoxA(nullptr, "", nullptr, MB_RETRYCANCEL), reply) << list;
@@ -49,8 +61,6 @@ TEST(PosixMessageBox, anotherListStartsAnew) {
     ::unsetenv("VX7_MESSAGE_REPLY");
     EXPECT_REFUSED(MessageBoxA(nullptr, "", nullptr, 7), 1438);
 }
-
-int interruptions;
 
 unsigned int NX_STDCALL idle(void*) {
     return 0;
@@ -70,6 +80,7 @@ TEST(PosixSeam, failingCalls) {
         errno = EINTR;
         return ++interruptions < 4 ? -1 : 0;
     };
+    interruptions = 0;
     Sleep(100);
     EXPECT_EQ(interruptions, 4);
 }
