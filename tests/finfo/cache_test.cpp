@@ -136,7 +136,7 @@ TEST(Cache, ThreadsShareBlocks) {
     auto const work = [&](unsigned int self) {
         NX_FileData own("threads.bin", File::modeReadWrite, &cache);
         NX_FileData apart("threads.bin", File::modeRead, &other);
-        for (unsigned int round = 0; round < 1500; ++round) {
+        for (unsigned int round = 0; round < 5000; ++round) {
             long const pos = static_cast<long>((round * 7919 % span) * threads + self);
             char const byte = static_cast<char>('a' + round % 26);
             char back = 0;
