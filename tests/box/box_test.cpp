@@ -3,71 +3,100 @@
 #include "tests/support/child.h"
 #include "tests/support/support.h"
 
+#include <algorithm>
+
 namespace {
 
 NXS_Box box(char const* caption, char const* text, char const* buttons, char const* manner = "icon") {
     return {caption, text, buttons, manner};
 }
 
+NXS_Step kind(char const* buttons, char const* answer) {
+    return {box("MSG00042  Payroll", "First line.\nSecond: line.", buttons, ""), answer};
+}
+
 constexpr int aborted = -1;
 
-// Runs a flow of boxes: how the child ends, what it noted, what stands in the log, what is shown behind.
-void check(char const* name, NXS_Flow const& flow, int end, char const* notes, char const* logged,
-           char const* last = "") {
-    SCOPED_TRACE(name);
-    nxFileMake("notes.txt", "");
-    nxLogErase();
-    NXS_Outcome const outcome = nxUserAnswers(flow);
-    EXPECT_EQ(outcome.fault, "");
-    EXPECT_EQ(outcome.end, end);
-    EXPECT_EQ(outcome.last, last);
-    ASSERT_EQ(outcome.boxes.size(), flow.steps.size());
-    for (std::size_t n = 0; n < outcome.boxes.size(); ++n) {
-        NXS_Box const& seen = outcome.boxes[n];
-        NXS_Box const& wanted = flow.steps[n].box;
-        EXPECT_EQ(seen.caption + "|" + seen.text + "|" + seen.buttons,
-                  wanted.caption + "|" + wanted.text + "|" + wanted.buttons)
-            << "box " << n;
-        EXPECT_EQ(seen.manner.value_or(*wanted.manner), *wanted.manner) << "box " << n;
+struct Row {
+    char const* name;
+    NXS_Flow flow;
+    int end;
+    char const* notes;
+    char const* logged;
+    char const* last = "";
+};
+
+// Runs the flow as every kind of person does.
+void check(Row const& row) {
+    for (NXS_User const& user : nxUsers()) {
+        SCOPED_TRACE(std::string(row.name) + ", " + user.name);
+        nxFileMake("notes.txt", "");
+        nxLogErase();
+        NXS_Outcome const outcome = user.run(row.flow);
+        EXPECT_EQ(outcome.fault, "");
+        EXPECT_EQ(outcome.end, row.end);
+        EXPECT_EQ(outcome.last, row.last);
+        ASSERT_EQ(outcome.boxes.size(), row.flow.steps.size());
+        for (std::size_t n = 0; n < outcome.boxes.size(); ++n) {
+            NXS_Box const& seen = outcome.boxes[n];
+            NXS_Box const& wanted = row.flow.steps[n].box;
+            EXPECT_EQ(seen.caption, wanted.caption) << "box " << n;
+            EXPECT_EQ(seen.text, wanted.text) << "box " << n;
+            EXPECT_EQ(seen.buttons.value_or(*wanted.buttons), *wanted.buttons) << "box " << n;
+            EXPECT_EQ(seen.manner.value_or(*wanted.manner), *wanted.manner) << "box " << n;
+        }
+        EXPECT_EQ(nxFileContent("notes.txt"), row.notes);
+        std::string const log = nxFileContent("quorix.log");
+        EXPECT_TRUE(*row.logged == 0 ? log.empty() : log.find(row.logged) != std::string::npos) << log;
     }
-    EXPECT_EQ(nxFileContent("notes.txt"), notes);
-    std::string const log = nxFileContent("quorix.log");
-    EXPECT_TRUE(*logged == 0 ? log.empty() : log.find(logged) != std::string::npos) << log;
 }
 
 TEST(Box, EveryKindAndEveryAnswer) {
-    static std::tuple<char const*, char const*, std::vector<char const*>> const rows[] = {
-        {"0", "ok [Enter]", {"ok", nxEnter}},
-        {"1", "ok [Enter], cancel", {"ok", "cancel", nxTurnAway}},
-        {"2", "abort [Enter], retry, ignore", {"abort", "retry", "ignore", nxEnter}},
-        {"3", "yes [Enter], no, cancel", {"yes", "cancel", nxTurnAway}},
-        {"4", "yes [Enter], no", {"yes", "no"}},
-        {"5", "retry [Enter], cancel", {"retry", "cancel", nxTurnAway}},
-        {"257", "ok, cancel [Enter]", {nxEnter}},       // the second button preset is 256
-        {"515", "yes, no, cancel [Enter]", {nxEnter}}}; // the third 512
-    NXS_Flow flow = {"show", {}, {}};
-    for (auto const& [style, buttons, answers] : rows)
-        for (char const* answer : answers) {
-            flow.arguments.push_back(style);
-            flow.steps.push_back(
-                {box("MSG00042  Payroll", "First line.\nSecond: line.", buttons, ""), answer});
-        }
-    check(
-        "answers", flow, 10,
-        "/ / / cancel / cancel / abort / retry / ignore / abort / yes / cancel / cancel / yes / no / retry / "
-        "cancel / cancel / cancel / cancel / ",
-        "");
+    check({"answers",
+           {"show",
+            {"0", "1", "1", "2", "2", "2", "3", "3", "4", "4", "5", "5"},
+            {kind("ok [Enter]", "ok"), kind("ok [Enter], cancel", "ok"), kind("ok [Enter], cancel", "cancel"),
+             kind("abort [Enter], retry, ignore", "abort"), kind("abort [Enter], retry, ignore", "retry"),
+             kind("abort [Enter], retry, ignore", "ignore"), kind("yes [Enter], no, cancel", "yes"),
+             kind("yes [Enter], no, cancel", "cancel"), kind("yes [Enter], no", "yes"),
+             kind("yes [Enter], no", "no"), kind("retry [Enter], cancel", "retry"),
+             kind("retry [Enter], cancel", "cancel")}},
+           10,
+           "/ / cancel / abort / retry / ignore / yes / cancel / yes / no / retry / cancel / ",
+           ""});
+    // The second button preset is 256, the third 512.
+    check({"Enter and turning away",
+           {"show",
+            {"0", "257", "515", "2", "1", "3", "5"},
+            {kind("ok [Enter]", nxEnter), kind("ok, cancel [Enter]", nxEnter),
+             kind("yes, no, cancel [Enter]", nxEnter), kind("abort [Enter], retry, ignore", nxEnter),
+             kind("ok [Enter], cancel", nxTurnAway), kind("yes [Enter], no, cancel", nxTurnAway),
+             kind("retry [Enter], cancel", nxTurnAway)}},
+           10,
+           "/ cancel / cancel / abort / cancel / cancel / cancel / ",
+           ""});
 }
 
 TEST(Box, ErrorsAssertionsAndTheVersionCheck) {
-    NXS_Box const error = box("MSG25211  Payroll", "pay.dat: Not found: try correct name", "ok [Enter]");
-    check("error", {"error", {}, {{error, "ok"}}}, 10, "00", "");
+    check({"error",
+           {"error",
+            {},
+            {{box("MSG25211  Payroll", "pay.dat: Not found: try correct name", "ok [Enter]"), "ok"}}},
+           10,
+           "00",
+           ""});
     char const failed[] = "Assert fail: general/some/file 12 : a < b";
-    NXS_Box const last = box("Error", failed, "ok [Enter]", "icon, on top");
-    check("assertion", {"assertion", {}, {{last, "ok"}}}, aborted, "", failed);
+    check({"assertion",
+           {"assertion", {}, {{box("Error", failed, "ok [Enter]", "icon, on top"), "ok"}}},
+           aborted,
+           "",
+           failed});
     char const wrong[] = "VX7BASE: Version incompatible: correct and retry";
-    NXS_Box const mismatch = box("MSG25163  payroll", wrong, "ok [Enter]");
-    check("mismatch", {"mismatch", {}, {{mismatch, "ok"}}}, aborted, "", wrong);
+    check({"mismatch",
+           {"mismatch", {}, {{box("MSG25163  payroll", wrong, "ok [Enter]"), "ok"}}},
+           aborted,
+           "",
+           wrong});
 }
 
 TEST(Box, TheUserIsAskedWhenMemoryRunsOut) {
@@ -77,11 +106,14 @@ TEST(Box, TheUserIsAskedWhenMemoryRunsOut) {
     NXS_Box const asks = box("MSG25500  payroll", text, "retry [Enter], cancel");
     std::vector<NXS_Step> const insists = {{asks, "retry"}, {asks, "retry"}, {asks, "cancel"}};
     char const all[] = "50331648 1 0 1 0\n50331648 2 0 1 0\n50331648 3 0 1 0\n";
-    char const met[] = "50331648 1 0 1 0\n50331648 2 0 1 0\nmet 1 0\n";
-    check("a request given up", {"shortage", {"alloc", "0"}, insists}, 1, all, "", text);
-    check("a growing block given up", {"shortage", {"resize", "0"}, insists}, aborted, all, "E=500");
+    check({"a request given up", {"shortage", {"alloc", "0"}, insists}, 1, all, "", text});
+    check({"a growing block given up", {"shortage", {"resize", "0"}, insists}, aborted, all, "E=500"});
     for (char const* how : {"alloc", "resize"})
-        check("memory given back", {"shortage", {how, "2"}, {{asks, "retry"}, {asks, nxEnter}}}, 10, met, "");
+        check({"memory given back",
+               {"shortage", {how, "2"}, {{asks, "retry"}, {asks, nxEnter}}},
+               10,
+               "50331648 1 0 1 0\n50331648 2 0 1 0\nmet 1 0\n",
+               ""});
 }
 
 } // namespace

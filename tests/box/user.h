@@ -12,8 +12,8 @@
 struct NXS_Box {
     std::string caption;
     std::string text;
-    std::string buttons;               // in lower case, the preset one marked: "retry [Enter], cancel"
-    std::optional<std::string> manner; // "icon" with an icon, "icon, on top" also above all other programs
+    std::optional<std::string> buttons; // in lower case, the preset one marked: "retry [Enter], cancel"
+    std::optional<std::string> manner;  // "icon" with an icon, "icon, on top" also above all other programs
 };
 
 // The button's name; Enter; or turning away from the box (end of input, Escape, an answer it does not offer),
@@ -39,5 +39,9 @@ struct NXS_Outcome {
     std::string fault; // what went wrong on the person's side
 };
 
-// Starts the child and answers its boxes in order.
-NXS_Outcome nxUserAnswers(NXS_Flow const& flow);
+struct NXS_User {
+    char const* name;
+    NXS_Outcome (*run)(NXS_Flow const& flow); // starts the child and answers its boxes in order
+};
+
+std::vector<NXS_User> const& nxUsers();

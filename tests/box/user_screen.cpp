@@ -103,9 +103,7 @@ std::string press(HWND box, std::string const& caption, std::string const& answe
     return "the box does not go: " + nxFileContent("pressed.txt");
 }
 
-} // namespace
-
-NXS_Outcome nxUserAnswers(NXS_Flow const& flow) {
+NXS_Outcome atScreen(NXS_Flow const& flow) {
     NXS_Outcome outcome = {};
     std::remove("pressed.txt");
     NXS_Child child(flow.task, flow.arguments);
@@ -128,4 +126,11 @@ NXS_Outcome nxUserAnswers(NXS_Flow const& flow) {
     int const code = child.wait();
     outcome.end = code == 3 ? -1 : code; // the run-time's abort ends with 3
     return outcome;
+}
+
+} // namespace
+
+std::vector<NXS_User> const& nxUsers() {
+    static std::vector<NXS_User> const users = {{"at the screen", atScreen}};
+    return users;
 }

@@ -84,29 +84,104 @@ private:
     int code_ = -2;
 };
 
-// A list that is used up leaves the rest to the person at the terminal; what it names and the box lacks is a
-// refusal.
-TEST(BoxTerminal, TheListComesFirst) {
-    nxFileMake("notes.txt", "");
-    setenv("VX7_MESSAGE_REPLY", "ok,ok,abort,retry,ignore,yes,no,nothing,Retry,retry", 1);
-    Terminal terminal({"show", {"0", "1", "2", "2", "2", "3", "4", "4", "5", "5", "5"}, {}});
+// "caption: text\n", as far as `end`; nothing else may stand there.
+bool boxRead(std::string const& told, std::size_t end, NXS_Box& seen) {
+    std::size_t const colon = told.find(": ");
+    if (colon == std::string::npos || end == std::string::npos || end < colon + 2)
+        return false;
+    seen.caption = told.substr(0, colon);
+    seen.text = told.substr(colon + 2, end - colon - 2);
+    return true;
+}
+
+NXS_Outcome answered(NXS_Flow const& flow) {
+    NXS_Outcome outcome = {};
+    Terminal terminal(flow);
+    std::string before;
+    for (NXS_Step const& step : flow.steps) {
+        std::string told = terminal.read("? ");
+        if (told.starts_with(before))
+            told.erase(0, before.size());
+        NXS_Box seen;
+        std::size_t const end = told.rfind('\n');
+        if (!told.ends_with("? ") || !boxRead(told, end, seen)) {
+            outcome.fault = "no question: " + told;
+            break;
+        }
+        seen.buttons = told.substr(end + 1, told.size() - end - 3);
+        outcome.boxes.push_back(seen);
+        std::string const answer = step.answer;
+        if (answer == nxTurnAway) {
+            terminal.type("\4");
+            before = "\n"; // the question's line is ended for the person
+        } else {
+            terminal.type(answer == nxEnter ? "\n" : answer + "\n");
+            before = "";
+        }
+    }
+    outcome.last = terminal.read("[]");
+    if (outcome.last.ends_with('\n'))
+        outcome.last.pop_back();
+    outcome.end = terminal.end();
+    return outcome;
+}
+
+// The name of the answer in a list.
+std::string listed(NXS_Step const& step) {
+    std::string const answer = step.answer;
+    if (answer == nxTurnAway)
+        return "nothing";
+    if (answer != nxEnter)
+        return answer;
+    std::string const& buttons = *step.box.buttons;
+    std::size_t const end = buttons.find(" [Enter]");
+    std::size_t const begin = buttons.rfind(' ', end - 1) + 1; // 0 for the first
+    return buttons.substr(begin, end - begin);
+}
+
+NXS_Outcome scripted(NXS_Flow const& flow) {
+    std::string list;
+    for (NXS_Step const& step : flow.steps)
+        list += (list.empty() ? "" : ",") + listed(step);
+    setenv("VX7_MESSAGE_REPLY", list.c_str(), 1);
+    NXS_Outcome outcome = {};
+    Terminal terminal(flow);
     unsetenv("VX7_MESSAGE_REPLY");
-    std::string expected;
-    for (int n = 0; n < 11; ++n) {
-        expected += "MSG00042  Payroll: First line.\nSecond: line.\n";
-        if (n == 7 || n == 8)
-            expected +=
-                std::string("VX7_MESSAGE_REPLY: the box has no button ") + (n == 7 ? "nothing\n" : "Retry\n");
+    std::string told = terminal.read("[]");
+    for (NXS_Step const& step : flow.steps) {
+        NXS_Box seen;
+        std::size_t const end = told.find(step.box.text + "\n") + step.box.text.size();
+        if (!boxRead(told, end < told.size() ? end : std::string::npos, seen)) {
+            outcome.fault = "no box: " + told;
+            break;
+        }
+        told.erase(0, end + 1);
+        std::string const refused = "VX7_MESSAGE_REPLY: the box has no button nothing\n";
+        if (step.answer == std::string(nxTurnAway) && told.starts_with(refused))
+            told.erase(0, refused.size());
+        outcome.boxes.push_back(seen);
     }
-    EXPECT_EQ(terminal.read("? "), expected + "retry [Enter], cancel? ");
-    for (char const* typed : {"what\n", "cancelcancelcancel\n"}) { // the second is longer than an answer
-        terminal.type(typed);
-        EXPECT_EQ(terminal.read("? "), "retry [Enter], cancel? ");
-    }
+    if (told.ends_with('\n'))
+        told.pop_back();
+    outcome.last = told;
+    outcome.end = terminal.end();
+    return outcome;
+}
+
+// A list that is used up leaves the rest to the person at the terminal.
+TEST(BoxTerminal, TheListComesFirst) {
+    NXS_Flow const flow = {"show", {"5", "5"}, {}};
+    nxFileMake("notes.txt", "");
+    setenv("VX7_MESSAGE_REPLY", "retry", 1);
+    Terminal terminal(flow);
+    unsetenv("VX7_MESSAGE_REPLY");
+    std::string const told = "MSG00042  Payroll: First line.\nSecond: line.\n";
+    EXPECT_EQ(terminal.read("? "), told + told + "retry [Enter], cancel? ");
+    terminal.type("what\n");
+    EXPECT_EQ(terminal.read("? "), "retry [Enter], cancel? ");
     terminal.type(" C \n");
     EXPECT_EQ(terminal.end(), 10);
-    EXPECT_EQ(nxFileContent("notes.txt"),
-              "/ / abort / retry / ignore / yes / no / no / cancel / retry / cancel / ");
+    EXPECT_EQ(nxFileContent("notes.txt"), "retry / cancel / ");
 }
 
 // Takes all memory there is, down to the smallest pieces, and fails an assertion.
@@ -127,7 +202,7 @@ NXS_ChildEntry const entry("assertion-full", assertWithoutMemory);
 TEST(BoxTerminal, ABoxNeedsNoMemory) {
     if (!nxMemoryEnds)
         GTEST_SKIP() << "memory has no end here";
-    NXS_Outcome const outcome = nxUserAnswers({"assertion-full", {}, {{{}, "ok"}}});
+    NXS_Outcome const outcome = answered({"assertion-full", {}, {{{}, "ok"}}});
     EXPECT_EQ(outcome.fault, "");
     EXPECT_TRUE(outcome.end == -1 && outcome.boxes.size() == 1 &&
                 outcome.boxes[0].text == "Assert fail: general/some/file 12 : a < b");
@@ -135,31 +210,7 @@ TEST(BoxTerminal, ABoxNeedsNoMemory) {
 
 } // namespace
 
-NXS_Outcome nxUserAnswers(NXS_Flow const& flow) {
-    NXS_Outcome outcome = {};
-    Terminal terminal(flow);
-    std::string before;
-    for (NXS_Step const& step : flow.steps) {
-        std::string const told =
-            terminal.read("? "); // "caption: text", and the question in a line of its own
-        std::size_t const colon = told.find(": ");
-        std::size_t const end = told.rfind('\n');
-        if (!told.starts_with(before) || !told.ends_with("? ") || end == std::string::npos ||
-            end < colon + 2) {
-            outcome.fault = "no question: " + told;
-            break;
-        }
-        outcome.boxes.push_back({told.substr(before.size(), colon - before.size()),
-                                 told.substr(colon + 2, end - colon - 2),
-                                 told.substr(end + 1, told.size() - end - 3),
-                                 {}});
-        std::string const answer = step.answer;
-        terminal.type(answer == nxTurnAway ? "\4" : answer == nxEnter ? "\n" : answer + "\n");
-        before = answer == nxTurnAway ? "\n" : ""; // the question's line is ended for the person
-    }
-    outcome.last = terminal.read("[]");
-    if (outcome.last.ends_with('\n'))
-        outcome.last.pop_back();
-    outcome.end = terminal.end();
-    return outcome;
+std::vector<NXS_User> const& nxUsers() {
+    static std::vector<NXS_User> const users = {{"typing", answered}, {"by a list", scripted}};
+    return users;
 }

@@ -82,8 +82,7 @@ TEST(Cache, TheProcessHasABudgetToo) {
     NX_FileDataPtr held;
     EXPECT_GT(one.dataHoldAt(5 * block, held), 0);
     readAll(two, "6");
-    for (unsigned int n = 0; n < 70000; ++n) // more than a turn
-        byteAt(one, 7);
+    readAll(one, "7");
     readAll(two, "42"); // 3 of the first file goes, then its own 6
     EXPECT_EQ(manager->cacheSize(), 4 * block);
     EXPECT_EQ(first.cacheSize(), 2 * block);
@@ -96,6 +95,27 @@ TEST(Cache, TheProcessHasABudgetToo) {
     manager->cacheBudget(NX_CacheManager::budgetDefault);
     EXPECT_EQ(residents(one, first, "one.bin"), "5");
     EXPECT_EQ(residents(two, second, "two.bin"), "");
+}
+
+TEST(Cache, TheOrderHoldsWhereverATurnEnds) {
+    nxFileMake("turn.bin", std::string(8 * block, 'o'));
+    NX_Cache first;
+    NX_Cache second;
+    NX_FileData one("turn.bin", File::modeRead, &first);
+    NX_FileData two("turn.bin", File::modeRead, &second);
+    for (unsigned int const uses : {65532u, 65533u, 65534u, 65535u, 65536u, 70000u}) {
+        manager->cacheBudget(3 * block);
+        readAll(two, "5"); // its turn
+        manager->cacheBudget(0);
+        manager->cacheBudget(3 * block);
+        for (unsigned int n = 0; n < uses; ++n)
+            byteAt(one, 6);
+        readAll(two, "02");
+        readAll(one, "61"); // 0 of the second goes
+        EXPECT_EQ(first.cacheSize(), 2 * block) << uses;
+        EXPECT_EQ(second.cacheSize(), block) << uses;
+    }
+    manager->cacheBudget(NX_CacheManager::budgetDefault);
 }
 
 TEST(Cache, AFlushTakesTheLeastRecentlyUsedCacheFirst) {

@@ -137,6 +137,8 @@ TEST(App, TheVersionMustMatch) {
     }
     version.minor++;
     EXPECT_ERROR_ABORT(NxBaseDllValidate(&version, &info), errorNumLibVersion);
+    EXPECT_NE(nxFileContent("quorix.log").find("VX7BASE: Version incompatible: correct and retry"),
+              std::string::npos);
     version = NX_BASE_VERSION;
     version.text[0] = 'v';
     EXPECT_ERROR_ABORT(NxBaseDllValidate(&version, &info), errorNumLibVersion);
