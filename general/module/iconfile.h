@@ -1,4 +1,4 @@
-// Private header. general/module/iconfile.h - the bytes of an icon or cursor file.
+// Private header. general/module/iconfile.h - the layout of icon and cursor files, and of groups in modules.
 //
 // Format: ICO, the vendor's public documentation.
 #pragma once
@@ -6,12 +6,17 @@
 #include "general/module/iconimage.h"
 #include "general/module/resput.h"
 
-// From `qty` images, which tell their sizes, and the entries of their group, which tell colours and depths.
-// REQUIRES: bytes of all images that fit in 31 bits.
+// In bytes; what a file and a group begin with is the same.
+inline constexpr unsigned int nxIconHeadSize = 6;
+inline constexpr unsigned int nxIconEntrySizeFile = 16;
+inline constexpr unsigned int nxIconEntrySizeGroup = 14;
+
+// The bytes of a file, from `qty` images, which tell their sizes, and the entries of their group, which tell
+// colours and depths. REQUIRES: bytes of all images that fit in 31 bits.
 template <class Image>
 NX_ByteVec nxIconFile(NX_IconType type, Image const* images, NX_IconEntry const* entries, unsigned int qty) {
     auto const side = [](unsigned int pixels) { return pixels < 256 ? pixels : 0; }; // 0: 256 and more
-    unsigned int at = 6 + 16 * qty;                                                  // of the next image
+    unsigned int at = nxIconHeadSize + qty * nxIconEntrySizeFile;                    // of the next image
     unsigned int size = at;
     for (unsigned int n = 0; n < qty; ++n)
         size += images[n].dataSize();

@@ -7,13 +7,6 @@
 #include "general/module/png.h"
 #include "general/module/resimage.h"
 
-namespace {
-
-constexpr unsigned int groupHeaderSize = 6;
-constexpr unsigned int groupEntrySize = 14;
-
-} // namespace
-
 int NX_IconImage::imageOpen(unsigned char const* data, unsigned int size, NX_IconType type) {
     *this = NX_IconImage();
     NX_IconImage made;
@@ -71,15 +64,15 @@ NX_ByteVec NX_IconImage::fileData() const {
 
 int NX_IconEntryVec::iconRead(unsigned char const* data, unsigned int size, NX_IconType type) {
     collDefault();
-    if (data == nullptr || size < groupHeaderSize)
+    if (data == nullptr || size < nxIconHeadSize)
         return errorNumImage;
     NXS_ResBytes const bytes{data, size};
     unsigned int const qty = bytes.u16(4);
     if (bytes.u16(0) != 0 || bytes.u16(2) != static_cast<unsigned int>(type) || qty == 0 ||
-        qty > (size - groupHeaderSize) / groupEntrySize)
+        qty > (size - nxIconHeadSize) / nxIconEntrySizeGroup)
         return errorNumImage;
     for (unsigned int n = 0; n < qty; ++n) {
-        unsigned int const at = groupHeaderSize + n * groupEntrySize;
+        unsigned int const at = nxIconHeadSize + n * nxIconEntrySizeGroup;
         NX_IconEntry entry{};
         if (type == iconTypeIcon) {
             entry.width = bytes.u8(at) != 0 ? bytes.u8(at) : 256;

@@ -4,9 +4,9 @@
 // whoever decodes it; here is checked where it lies.
 #include <cstring>
 
+#include "general/module/iconfile.h"
 #include "general/module/resdesc.h"
 #include "general/module/resimage.h"
-#include "general/module/resput.h"
 
 namespace {
 
@@ -16,9 +16,6 @@ constexpr std::uint32_t infoHeaderSize = 40;
 constexpr std::uint32_t compressionBitFields = 3;
 constexpr std::uint32_t compressionAlphaFields = 6;
 
-constexpr std::uint32_t iconHeadSize = 6;
-constexpr std::uint32_t iconEntrySize = 16;  // in a file
-constexpr std::uint32_t groupEntrySize = 14; // in a module
 constexpr std::uint32_t hotSpotSize = 4;
 
 // The bytes in front of the pixels: header, colour masks, colour table. 0 when the header is none.
@@ -81,30 +78,30 @@ int NXS_ResImage::bmpRead() {
 // The images where they stand in the file; a cursor's, with its hot spot in front, and the group in bytes
 // added behind.
 int NXS_ResImage::icoRead() {
-    if (!bytes_.has(0, iconHeadSize))
+    if (!bytes_.has(0, nxIconHeadSize))
         return -1;
     bool const isCursor = bytes_.u16(2) == 2;
     std::uint32_t const qty = bytes_.u16(4);
-    std::uint32_t const imagesAt = iconHeadSize + qty * iconEntrySize;
+    std::uint32_t const imagesAt = nxIconHeadSize + qty * nxIconEntrySizeFile;
     std::uint32_t const fileSize = bytes_.size;
     if (qty == 0 || !bytes_.has(0, imagesAt))
         return -1;
     std::uint32_t left = fileSize - imagesAt; // two images share no byte
     for (std::uint32_t n = 0; n < qty; ++n) {
-        std::uint32_t const entry = iconHeadSize + n * iconEntrySize;
+        std::uint32_t const entry = nxIconHeadSize + n * nxIconEntrySizeFile;
         std::uint32_t const size = bytes_.u32(entry + 8);
         std::uint32_t const at = bytes_.u32(entry + 12);
         if (size == 0 || size > left || at < imagesAt || !bytes_.has(at, size))
             return -1;
         left -= size;
     }
-    std::uint32_t const groupSize = iconHeadSize + qty * groupEntrySize;
+    std::uint32_t const groupSize = nxIconHeadSize + qty * nxIconEntrySizeGroup;
     std::uint32_t const imagesSize = isCursor ? fileSize - imagesAt - left + qty * hotSpotSize : 0;
     NXS_ResPut group(bytesGrow(groupSize + imagesSize));
     NXS_ResPut image(group.to() + groupSize);
-    group.bytes(bytes_.p, iconHeadSize);
+    group.bytes(bytes_.p, nxIconHeadSize);
     for (std::uint32_t n = 0; n < qty; ++n) {
-        std::uint32_t const entry = iconHeadSize + n * iconEntrySize;
+        std::uint32_t const entry = nxIconHeadSize + n * nxIconEntrySizeFile;
         std::uint32_t size = bytes_.u32(entry + 8);
         std::uint32_t at = bytes_.u32(entry + 12);
         std::uint32_t planes = 0;

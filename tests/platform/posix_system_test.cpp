@@ -10,6 +10,8 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <string>
+#include <tuple>
 
 namespace {
 
@@ -38,29 +40,48 @@ TEST(PosixLocale, pageFollowsVariableThenLocale) {
     nxPlatformCodePageSet(0);
 }
 
-int interruptions;
-
-// How boxes look and are answered stands in tests/box.
-TEST(PosixMessageBox, anotherListStartsAnewAndSignalsAreNoAnswers) {
-    NXS_SeamScope const scope;
-    nxSeam.isTerminal = [](int) { return 1; };
-    nxSeam.read = [](int, void* buffer, std::size_t) -> ssize_t {
-        *static_cast<char*>(buffer) = '\n';
-        errno = EINTR;
-        return ++interruptions < 3 ? -1 : 1;
-    };
+// Another list starts anew, and a listed reply is a whole word.
+TEST(PosixMessageBox, listsOfReplies) {
+    std::pair<char const*, int> const rows[] = {{"cancel", IDCANCEL}, {"retry", IDRETRY}, {"r", IDCANCEL}};
     testing::internal::CaptureStderr();
-    interruptions = 0;
-    EXPECT_EQ(MessageBoxA(nullptr, "", nullptr, MB_YESNO), IDYES);
-    EXPECT_EQ(interruptions, 3);
-    for (auto const& [list, reply] : {std::pair("cancel", IDCANCEL), {"retry", IDRETRY}, {"r", IDCANCEL}}) {
+    for (auto const& [list, reply] : rows) {
         ::setenv("VX7_MESSAGE_REPLY", list, 1);
         EXPECT_EQ(MessageBoxA(nullptr, "", nullptr, MB_RETRYCANCEL), reply) << list;
     }
     testing::internal::GetCapturedStderr();
     ::unsetenv("VX7_MESSAGE_REPLY");
+}
+
+char const* typed; // what the person at the terminal types
+
+TEST(PosixMessageBox, terminalIsAsked) {
+    NXS_SeamScope const scope;
+    nxSeam.isTerminal = [](int) { return 1; };
+    nxSeam.read = [](int, void* buffer, std::size_t) -> ssize_t {
+        std::memcpy(buffer, typed, 1);
+        errno = EINTR; // '!': a signal arrives
+        return *typed == '\0' ? 0 : *typed++ == '!' ? -1 : 1;
+    };
+    struct {
+        char const* typed;
+        UINT type;
+        int reply;
+    } const rows[] = {{"r\n", MB_RETRYCANCEL, IDRETRY},
+                      {"what\n!c!ancel\n", MB_RETRYCANCEL, IDCANCEL},
+                      {" YES \n", MB_YESNO, IDYES},
+                      {"\n", MB_YESNO | MB_DEFBUTTON2, IDNO},
+                      {"", MB_YESNO, IDNO},
+                      {"yesyesyesyesyesyes\nn\n", MB_YESNOCANCEL, IDNO}};
+    for (auto const& row : rows) {
+        typed = row.typed;
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(MessageBoxA(nullptr, "text", "caption", row.type), row.reply) << row.typed;
+        testing::internal::GetCapturedStderr();
+    }
     EXPECT_REFUSED(MessageBoxA(nullptr, "", nullptr, 7), 1438);
 }
+
+int interruptions;
 
 unsigned int NX_STDCALL idle(void*) {
     return 0;
@@ -80,7 +101,6 @@ TEST(PosixSeam, failingCalls) {
         errno = EINTR;
         return ++interruptions < 4 ? -1 : 0;
     };
-    interruptions = 0;
     Sleep(100);
     EXPECT_EQ(interruptions, 4);
 }
