@@ -36,7 +36,10 @@ TEST(Color, PartsOfTheSystem) {
     EXPECT_EQ(sum, 4200791503u);
     for (int const metric : {SM_CXICON, SM_CYICON, SM_CXCURSOR, SM_CYCURSOR, SM_CXSMICON, SM_CYSMICON})
         EXPECT_EQ(GetSystemMetrics(metric), metric == SM_CXSMICON || metric == SM_CYSMICON ? 16 : 32);
-    EXPECT_EQ(NX_Color::colorSys(0x7FFFFFFF), NX_Color());
+    EXPECT_EQ(NX_Color::colorSys(colorSysWindow), NX_Color(255, 255, 255));
+    EXPECT_EQ(NX_Color::colorSys(colorSysWindowText), NX_Color());
+    for (int const part : {-1, 31, 99, 0x7FFFFFFF})
+        EXPECT_EQ(NX_Color::colorSys(part), NX_Color()) << part;
 }
 
 TEST(Color, TheNearest) {
